@@ -1,0 +1,29 @@
+# Install rules: headers, both libraries, a relocatable CMake package and a pkg-config file.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS geomKit
+  EXPORT geomKitTargets
+  FILE_SET HEADERS DESTINATION "${GEOMKIT_INCLUDEDIR}"
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+)
+
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/geomKit")
+install(EXPORT geomKitTargets NAMESPACE geomKit:: DESTINATION "${package_dir}")
+configure_package_config_file(
+  "${CMAKE_CURRENT_LIST_DIR}/geomKitConfig.cmake.in" geomKitConfig.cmake
+  INSTALL_DESTINATION "${package_dir}"
+)
+write_basic_package_version_file(geomKitConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES
+  "${PROJECT_BINARY_DIR}/geomKitConfig.cmake"
+  "${PROJECT_BINARY_DIR}/geomKitConfigVersion.cmake"
+  DESTINATION "${package_dir}"
+)
+
+# The prefix is found from where the .pc file lies, so the tree may be moved.
+file(RELATIVE_PATH GEOMKIT_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+string(REGEX REPLACE "/$" "" GEOMKIT_PC_TO_PREFIX "${GEOMKIT_PC_TO_PREFIX}")
+configure_file("${CMAKE_CURRENT_LIST_DIR}/geomKit.pc.in" geomKit.pc @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/geomKit.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

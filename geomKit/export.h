@@ -1,0 +1,22 @@
+/// @file
+/// Which symbols the shared library shows, and what its arithmetic asks of the compiler.
+#pragma once
+
+#include <cfloat>
+
+#if defined(_WIN32)
+#if defined(geomKit_EXPORTS)
+#define GEOMKIT_API __declspec(dllexport)
+#else
+#define GEOMKIT_API __declspec(dllimport)
+#endif
+#else
+#define GEOMKIT_API __attribute__((visibility("default")))
+#endif
+
+// Inline code obeys the including file's flags. The CMake target and the pkg-config file switch
+// contraction off; the modes below would change documented results and can be told apart here.
+#if defined(__FAST_MATH__)
+#error "geomKit promises its results bit for bit: compile without -ffast-math / -Ofast"
+#endif
+static_assert(FLT_EVAL_METHOD == 0, "geomKit needs plain IEEE double evaluation (no x87 excess)");

@@ -1,0 +1,14 @@
+/// @file
+/// Everything public. Each header named here also compiles alone.
+#pragma once
+
+// clang-format off
+#include "geomKit/vAlgebra/Tolerances.h"
+#include "geomKit/vAlgebra/Vector3.h"
+#include "geomKit/vAlgebra/UVector3.h"
+#include "geomKit/vAlgebra/vectorUtils.h"
+#include "geomKit/vAlgebra/Matrix3.h"
+#include "geomKit/vAlgebra/eigensystem.h"
+
+#include "geomKit/debugDraw/gkFuncBinder.h"
+// clang-format on
