@@ -1,0 +1,182 @@
+/// @file
+/// `Matrix3`, the 3x3 matrix of rotations, shapes and covariances.
+#pragma once
+
+#include <cassert>
+
+#include "geomKit/export.h"
+#include "geomKit/vAlgebra/UVector3.h"
+#include "geomKit/vAlgebra/Vector3.h"
+
+class Matrix;
+
+/// Nine doubles stored row by row, acting on column vectors: the image of v is M * v, and the
+/// columns of a rotation are the images of the x, y and z axes.
+///
+/// The class keeps no invariant: each operation states what it assumes. No operation reports an
+/// error; thresholds are absolute (1e-8 on determinants and entries). Pure value computations
+/// without shared state.
+class Matrix3 {
+public:
+    /// The identity.
+    constexpr Matrix3() : m_{1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0} {}
+    /// The matrix with the columns a, b, c.
+    Matrix3(const Vector3& a, const Vector3& b, const Vector3& c);
+    /// The upper-left 3x3 block of a 4x4 matrix; defined in transforms/Matrix.h.
+    Matrix3(const Matrix& m);
+
+    /// Element in row r, column c, both in 0..2 (asserted in debug builds).
+    double operator()(int r, int c) const;
+    double& operator()(int r, int c);
+    Vector3 column(int j) const;
+
+    Matrix3 operator*(const Matrix3& b) const;
+    Vector3 operator*(const Vector3& v) const;
+    Matrix3 operator*(double s) const;
+    Matrix3 operator+(const Matrix3& b) const;
+    Matrix3 transpose() const;
+    double determinant() const;
+
+    /// The adjugate times 1/det. When |det| < 1e-8 (strict, not scaled by the entries) the result
+    /// is the zero matrix: diag(1e-3, 1e-3, 1e-3) counts as singular. NaN entries give NaN.
+    Matrix3 inverse() const;
+
+    /// Rotation by `angle` radians about `axis`, counter-clockwise seen from its tip (right-hand
+    /// rule). The axis is used as given. Source: Rodrigues' rotation formula.
+    GEOMKIT_API static Matrix3 rotationMatrix(const UVector3& axis, double angle);
+
+    /// The rotation that takes `from` to `to` about their common normal. Parallel directions give
+    /// the identity, opposite ones a half turn about the first `getBasis` vector of `from`.
+    GEOMKIT_API static Matrix3 rotationMatrix(const UVector3& from, const UVector3& to);
+
+    /// Overwrites this matrix with the identity.
+    void identity() { *this = Matrix3(); }
+    /// Overwrites this matrix with zeros.
+    void zero();
+
+    /// Outer product: element (r, c) = a[r] b[c].
+    static Matrix3 tensor(const Vector3& a, const Vector3& b);
+
+    /// True when each diagonal entry is in [0.999999863, 2 - 0.999999863] and each other one in
+    /// [-0.000523599, 0.000523599], bounds included: a rotation by at most 0.03 degrees. False with
+    /// NaN.
+    GEOMKIT_API bool isNearIdentity() const;
+    /// True when every entry is strictly below 1e-8 in absolute value. False with NaN.
+    GEOMKIT_API bool isNearZero() const;
+
+    /// Axis of a rotation matrix R, from the cross products of the columns of R - I. Its sign is
+    /// whatever the largest of these gives; `getRotationAngle` supplies the matching signed angle.
+    /// For rotations under about 1e-4 rad the products are below 1e-16 and the result is the
+    /// column of R that moved least: a coordinate axis, nearly, (1, 0, 0) for the identity. A
+    /// caller who needs the axis of a tiny turn takes (R32 - R23, R13 - R31, R21 - R12) instead.
+    GEOMKIT_API UVector3 getRotationAxis() const;
+
+    /// Signed angle in (-pi, pi] of a rotation matrix about `*axis`, which is only read; null means
+    /// `getRotationAxis()`. Consistent with `rotationMatrix(axis, angle)`.
+    ///
+    /// The angle is measured on the coordinate axis of the smallest signed component. When the
+    /// rotation axis is opposite or equal to that coordinate axis, as for (-1, 0, 0), (0, -1, 0)
+    /// and (0, 0, -1), the answer is 0 whatever the matrix: pass the opposite axis and negate.
+    GEOMKIT_API double getRotationAngle(const UVector3* axis) const;
+
+    /// V D V^-1 with the columns `vecs[0..2]` of V and D = diag(eigs[0..2]). The vectors need not
+    /// be orthogonal; |det V| < 1e-8 makes the result the zero matrix.
+    GEOMKIT_API static Matrix3 getMatrixFromEigs(const double* eigs, const Vector3* vecs);
+
+    /// Dimension d of the null space {v : M v = 0}; writes d unit vectors to out[0..d-1]. `out`
+    /// must hold three.
+    ///
+    /// |det| > 1e-8 returns 0 and writes nothing, unless `force`: then a vector is given even for a
+    /// regular matrix. A determinant of exactly 1e-8 counts as singular here, while `inverse`
+    /// inverts it. Coordinates that `Vector3::pullBack` cannot give count as zero.
+    GEOMKIT_API int getNullspace(UVector3* out, bool force) const;
+
+    /// Eigenvalues, ascending, and unit eigenvectors of the symmetric part of this matrix: see
+    /// `jacobiMethod`. Either pointer may be null, else it holds three. Returns 3 in every case,
+    /// also when the iteration did not converge.
+    GEOMKIT_API int getEigensystem(double* eigs, UVector3* vecs) const;
+
+private:
+    constexpr Matrix3(double m00, double m01, double m02, double m10, double m11, double m12,
+                      double m20, double m21, double m22)
+        : m_{m00, m01, m02, m10, m11, m12, m20, m21, m22} {}
+
+    double m_[9];
+};
+
+inline Matrix3::Matrix3(const Vector3& a, const Vector3& b, const Vector3& c)
+    : m_{a.x, b.x, c.x, a.y, b.y, c.y, a.z, b.z, c.z} {}
+
+inline double Matrix3::operator()(int r, int c) const {
+    assert(r >= 0 && r < 3 && c >= 0 && c < 3);
+    return m_[3 * r + c];
+}
+
+inline double& Matrix3::operator()(int r, int c) {
+    assert(r >= 0 && r < 3 && c >= 0 && c < 3);
+    return m_[3 * r + c];
+}
+
+inline Vector3 Matrix3::column(int j) const {
+    assert(j >= 0 && j < 3);
+    return {m_[j], m_[3 + j], m_[6 + j]};
+}
+
+inline Matrix3 Matrix3::operator*(const Matrix3& b) const {
+    Matrix3 p;
+    for (int r = 0; r < 3; ++r) {
+        for (int c = 0; c < 3; ++c) {
+            p.m_[3 * r + c] =
+                m_[3 * r] * b.m_[c] + m_[3 * r + 1] * b.m_[3 + c] + m_[3 * r + 2] * b.m_[6 + c];
+        }
+    }
+    return p;
+}
+
+inline Vector3 Matrix3::operator*(const Vector3& v) const {
+    return {m_[0] * v.x + m_[1] * v.y + m_[2] * v.z, m_[3] * v.x + m_[4] * v.y + m_[5] * v.z,
+            m_[6] * v.x + m_[7] * v.y + m_[8] * v.z};
+}
+
+inline Matrix3 Matrix3::operator*(double s) const {
+    Matrix3 p;
+    for (int i = 0; i < 9; ++i)
+        p.m_[i] = m_[i] * s;
+    return p;
+}
+
+inline Matrix3 Matrix3::operator+(const Matrix3& b) const {
+    Matrix3 p;
+    for (int i = 0; i < 9; ++i)
+        p.m_[i] = m_[i] + b.m_[i];
+    return p;
+}
+
+inline Matrix3 Matrix3::transpose() const {
+    return {m_[0], m_[3], m_[6], m_[1], m_[4], m_[7], m_[2], m_[5], m_[8]};
+}
+
+inline double Matrix3::determinant() const {
+    return m_[0] * (m_[4] * m_[8] - m_[5] * m_[7]) - m_[1] * (m_[3] * m_[8] - m_[5] * m_[6]) +
+           m_[2] * (m_[3] * m_[7] - m_[4] * m_[6]);
+}
+
+inline Matrix3 Matrix3::inverse() const {
+    const double det = determinant();
+    if (std::abs(det) < kDetTol) return {0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0};
+    const Matrix3 adjugate(m_[4] * m_[8] - m_[5] * m_[7], m_[2] * m_[7] - m_[1] * m_[8],
+                           m_[1] * m_[5] - m_[2] * m_[4], m_[5] * m_[6] - m_[3] * m_[8],
+                           m_[0] * m_[8] - m_[2] * m_[6], m_[2] * m_[3] - m_[0] * m_[5],
+                           m_[3] * m_[7] - m_[4] * m_[6], m_[1] * m_[6] - m_[0] * m_[7],
+                           m_[0] * m_[4] - m_[1] * m_[3]);
+    return adjugate * (1.0 / det);
+}
+
+inline void Matrix3::zero() {
+    *this = Matrix3(0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0);
+}
+
+inline Matrix3 Matrix3::tensor(const Vector3& a, const Vector3& b) {
+    return {a.x * b.x, a.x * b.y, a.x * b.z, a.y * b.x, a.y * b.y,
+            a.y * b.z, a.z * b.x, a.z * b.y, a.z * b.z};
+}
