@@ -10,5 +10,10 @@
 #include "geomKit/vAlgebra/Matrix3.h"
 #include "geomKit/vAlgebra/eigensystem.h"
 
+#include "geomKit/queries/PolylineProjector.h"
+
+#include "geomKit/meshFunc2d/MeshFunction2D.h"
+#include "geomKit/meshFunc2d/vect2.h"
+
 #include "geomKit/debugDraw/gkFuncBinder.h"
 // clang-format on

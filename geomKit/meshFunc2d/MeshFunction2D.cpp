@@ -1,0 +1,138 @@
+#include "geomKit/meshFunc2d/MeshFunction2D.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "geomKit/meshFunc2d/boundaryChains.h"
+#include "geomKit/meshFunc2d/cellCoordinate.h"
+
+namespace {
+
+constexpr int kCellsPerAxis = 20;
+constexpr double kMargin = 0.01;
+
+/// Cells touched by a facet's vertices, along one axis.
+struct CellRange {
+    int first = std::numeric_limits<int>::max();
+    int last = -1;
+
+    void include(int cell) {
+        first = (std::min)(first, cell);
+        last = (std::max)(last, cell);
+    }
+};
+
+Vector3 lift(const ktNM::vect2<double>& p) {
+    return {p.u, p.v, 0.0};
+}
+
+}  // namespace
+
+MeshFunction2D::MeshFunction2D(bool extrapolate_) : extrapolateFlag(extrapolate_) {
+    initEvaluatorHelper();
+}
+
+MeshFunction2D::MeshFunction2D(const std::vector<Point>& params_, const std::vector<Point>& values_,
+                               const std::vector<int>& facets_,
+                               const std::vector<float>& normaldots_)
+    : params(params_),
+      values(values_),
+      normaldots(normaldots_),
+      facets(facets_),
+      extrapolateFlag(true) {
+    initEvaluatorHelper();
+}
+
+MeshFunction2D::~MeshFunction2D() = default;
+
+MeshFunction2D* MeshFunction2D::copy() const {
+    auto result = std::make_unique<MeshFunction2D>(false);
+    result->params = params;
+    result->values = values;
+    result->normaldots = normaldots;
+    result->facets = facets;
+    result->cells = cells;
+    result->boxMin = boxMin;
+    result->boxMax = boxMax;
+    result->cellScale = cellScale;
+    result->cellCounts = cellCounts;
+    result->extrapolateFlag = extrapolateFlag;
+    result->boundaryFacets = boundaryFacets;
+    result->boundaries.reserve(boundaries.size());
+    for (const auto& boundary : boundaries) {
+        result->boundaries.push_back(std::make_unique<PolylineProjector>(boundary->points));
+    }
+    return result.release();
+}
+
+void MeshFunction2D::initEvaluatorHelper() {
+    cellScale = Point(-1.0, -1.0);
+    cellCounts = ktNM::vect2<int>(0, 0);
+    if (params.empty()) return;
+
+    boxMin = boxMax = params[0];
+    for (const Point& p : params) {
+        for (int k = 0; k < 2; ++k) {
+            if (boxMin[k] > p[k]) {
+                boxMin[k] = p[k];
+            } else if (boxMax[k] < p[k]) {
+                boxMax[k] = p[k];
+            }
+        }
+    }
+    const Point extent = boxMax - boxMin;
+    if (extent * extent < kMeshEps * kMeshEps) return;
+
+    const Point margin = extent * kMargin;
+    boxMin = boxMin - margin;
+    boxMax += margin;
+    cellCounts = ktNM::vect2<int>(kCellsPerAxis, kCellsPerAxis);
+    for (int k = 0; k < 2; ++k)
+        cellScale[k] = cellCounts[k] / (boxMax[k] - boxMin[k]);
+    fillCells();
+    if (extrapolateFlag) initBoundaries();
+}
+
+void MeshFunction2D::fillCells() {
+    cells.assign(static_cast<std::size_t>(cellCounts.u) * static_cast<std::size_t>(cellCounts.v),
+                 std::vector<int>());
+    const int vertexCount = static_cast<int>((std::min)(params.size(), values.size()));
+    for (std::size_t i = 0; i + 2 < facets.size(); i += 3) {
+        CellRange range[2];
+        bool placed = true;
+        for (std::size_t corner = i; corner < i + 3; ++corner) {
+            const int vertex = facets[corner];
+            placed = placed && vertex >= 0 && vertex < vertexCount;
+            for (int k = 0; placed && k < 2; ++k) {
+                const double x =
+                    (params[static_cast<std::size_t>(vertex)][k] - boxMin[k]) * cellScale[k];
+                placed = std::isfinite(x);
+                if (placed) range[k].include(cellCoordinate(x, cellCounts[k]));
+            }
+        }
+        if (!placed) continue;
+        for (int cu = range[0].first; cu <= range[0].last; ++cu) {
+            for (int cv = range[1].first; cv <= range[1].last; ++cv) {
+                cells[cellIndex(cu, cv)].push_back(static_cast<int>(i / 3));
+            }
+        }
+    }
+}
+
+void MeshFunction2D::initBoundaries() {
+    boundaries.clear();
+    boundaryFacets.clear();
+    if (facets.size() <= 2 || facets.size() % 3 != 0) return;
+
+    const int vertexCount = static_cast<int>((std::min)(params.size(), values.size()));
+    std::vector<Vector3> points;
+    for (BoundaryChain& chain : findBoundaryChains(facets, vertexCount)) {
+        points.clear();
+        for (const int v : chain.vertices) {
+            points.push_back(lift(params[static_cast<std::size_t>(v)]));
+        }
+        boundaries.push_back(std::make_unique<PolylineProjector>(points));
+        boundaryFacets.push_back(std::move(chain.facets));
+    }
+}

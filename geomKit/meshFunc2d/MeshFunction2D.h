@@ -1,0 +1,116 @@
+/// @file
+/// `MeshFunction2D`, a piecewise-linear function over a 2D triangle mesh.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include "geomKit/export.h"
+#include "geomKit/meshFunc2d/vect2.h"
+#include "geomKit/queries/PolylineProjector.h"
+
+/// Maps points of a 2D parameter plane to 2D values and to one float, linearly in each triangle of
+/// a mesh, and extends the map beyond the mesh.
+///
+/// The four data sequences and the flag are the function; everything else is derived from them by
+/// `initEvaluatorHelper`, which must be called again after they have been edited. Facets whose
+/// indices are not all valid for both `params` and `values`, and a trailing partial triple, are
+/// kept in `facets` but take part in no query. So are facets whose place in the grid is not a
+/// number: those with a NaN vertex, and all of them when the mesh is not finite or has no extent
+/// along one axis.
+///
+/// All const members may be called concurrently on one object. None of them allocates.
+class GEOMKIT_API MeshFunction2D {
+public:
+    using Point = ktNM::vect2<double>;
+
+    /// Vertex positions in the parameter plane.
+    std::vector<Point> params;
+    /// The value at each vertex.
+    std::vector<Point> values;
+    /// One float a vertex. When there are fewer than `values`, the float output of queries is -1.
+    std::vector<float> normaldots;
+    /// Vertex-index triples: facet f is entries 3f, 3f + 1, 3f + 2.
+    std::vector<int> facets;
+    /// The location grid: entry cu * cellCounts.v + cv lists, ascending, the facets whose vertices'
+    /// bounding box touches the cell.
+    std::vector<std::vector<int>> cells;
+    /// The grid's domain: the bounding box of `params` widened by 1 % of its extent on each side.
+    Point boxMin;
+    Point boxMax;
+    /// Grid cells per parameter unit; (-1, -1) when there is no grid.
+    Point cellScale;
+    /// Grid size: 20 x 20, or 0 x 0 when there is no grid.
+    ktNM::vect2<int> cellCounts;
+    /// True: `extrapolate` extends the triangle at the nearest boundary. False: it is
+    /// `extrapolateOld`, and no boundaries are built.
+    bool extrapolateFlag;
+    /// One projector for each chain of boundary edges, over the points (u, v, 0).
+    std::vector<std::unique_ptr<PolylineProjector>> boundaries;
+    /// For boundary k, entry j is the facet that owns the segment from point j to point j + 1.
+    std::vector<std::vector<int>> boundaryFacets;
+
+    /// A function without a mesh: every query answers false.
+    explicit MeshFunction2D(bool extrapolateFlag);
+    /// Copies the data, sets `extrapolateFlag` and builds grid and boundaries. Mind the order:
+    /// facets before floats.
+    MeshFunction2D(const std::vector<Point>& params, const std::vector<Point>& values,
+                   const std::vector<int>& facets, const std::vector<float>& normaldots);
+    ~MeshFunction2D();
+    MeshFunction2D(const MeshFunction2D&) = delete;
+    MeshFunction2D& operator=(const MeshFunction2D&) = delete;
+
+    /// A heap object that the caller owns, with copies of everything; nothing is recomputed.
+    MeshFunction2D* copy() const;
+
+    /// Rebuilds the grid and, when `extrapolateFlag` is set, the boundaries. Without points, or
+    /// when the bounding box has a squared diagonal below 1e-16, there is no grid, every query
+    /// answers false and the boundaries are left as they were.
+    void initEvaluatorHelper();
+
+    /// Rebuilds `boundaries` and `boundaryFacets`: the half-edges that no opposite half-edge
+    /// cancels, in the orientation of their triangles, joined into chains. A chain starts at the
+    /// smallest vertex index that still has an outgoing edge, goes on to the smallest target, and
+    /// ends where no edge leads on; a loop repeats its first point. No boundaries when the length
+    /// of `facets` is not a positive multiple of 3.
+    void initBoundaries();
+
+    /// Interpolates at `p` in the first facet that contains it within 1e-8 in every barycentric
+    /// weight, edges included; a point on a shared edge takes the facet of the lower index. False,
+    /// with the outputs untouched, outside the mesh and for a `p` that is not finite. Facets whose
+    /// determinant is below 1e-8 in absolute value (parameter units squared, not scaled) contain
+    /// nothing. Either output may be null.
+    bool evaluate(const Point& p, Point* outValue, float* outFloat) const;
+
+    /// Interpolates inside the mesh; outside, extends the linear map of the facet that owns the
+    /// nearest boundary segment (of equally near chains the first). False when there is no boundary
+    /// within a distance of sqrt(1e13), when that facet is degenerate, or when `p` is not finite.
+    /// Without `extrapolateFlag` it is `extrapolateOld`.
+    bool extrapolate(const Point& p, Point* outValue, float* outFloat) const;
+
+    /// Extends the linear map of the facet with the nearest edge among those listed in the cell of
+    /// `p` (clamped into the grid); from an empty cell it walks towards the grid's centre first.
+    /// Never tests whether a facet contains `p`. False when the walk meets no facet, when the facet
+    /// is degenerate, or when `p` is not finite.
+    bool extrapolateOld(const Point& p, Point* outValue, float* outFloat) const;
+
+    /// Blends the data of vertices i0, i1, i2 by the barycentric weights of `p`. `strict` asks for
+    /// weights of at least -1e-8; otherwise the triangle's affine map is extended to `p`. False
+    /// for a determinant below 1e-8 in absolute value and for an index that is not valid.
+    bool iEvalInFacet(int i0, int i1, int i2, const Point& p, Point* outValue, float* outFloat,
+                      bool strict) const;
+
+    /// Squared distance from `p` to the segment between vertices a and b, of `values` or of
+    /// `params`. `interior`, if not null, tells whether `p` projects between the ends, within 1e-8
+    /// of the length. The perpendicular distance may come out slightly below 0. Infinite when an
+    /// index is not valid.
+    double iDistToEdge(int a, int b, const Point& p, bool* interior, bool useValues) const;
+
+private:
+    void fillCells();
+    std::size_t cellIndex(int cu, int cv) const {
+        return static_cast<std::size_t>(cu) * static_cast<std::size_t>(cellCounts.v) +
+               static_cast<std::size_t>(cv);
+    }
+};

@@ -1,0 +1,157 @@
+#include <cmath>
+#include <limits>
+
+#include "geomKit/meshFunc2d/MeshFunction2D.h"
+#include "geomKit/meshFunc2d/cellCoordinate.h"
+
+namespace {
+
+/// Chains farther than this, squared, are not extrapolated from.
+constexpr double kFarthestSq = 1e13;
+
+std::size_t at(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+bool isIndex(int i, std::size_t size) {
+    return i >= 0 && at(i) < size;
+}
+
+}  // namespace
+
+bool MeshFunction2D::evaluate(const Point& p, Point* outValue, float* outFloat) const {
+    if (cellCounts.u < 1 || cellCounts.v < 1) return false;
+    int cell[2];
+    for (int k = 0; k < 2; ++k) {
+        const double x = (p[k] - boxMin[k]) * cellScale[k];
+        // Written so that NaN is outside too.
+        if (!(x >= -kMeshEps && x <= cellCounts[k] + kMeshEps)) return false;
+        cell[k] = cellCoordinate(x, cellCounts[k]);
+    }
+    for (const int f : cells[cellIndex(cell[0], cell[1])]) {
+        const int* corner = &facets[3 * at(f)];
+        if (iEvalInFacet(corner[0], corner[1], corner[2], p, outValue, outFloat, true)) return true;
+    }
+    return false;
+}
+
+bool MeshFunction2D::extrapolate(const Point& p, Point* outValue, float* outFloat) const {
+    if (!extrapolateFlag) return extrapolateOld(p, outValue, outFloat);
+    if (cellCounts.u < 1 || cellCounts.v < 1) return false;
+    if (evaluate(p, outValue, outFloat)) return true;
+
+    const Vector3 q(p.u, p.v, 0.0);
+    double best = kFarthestSq;
+    int chosen = -1;
+    for (std::size_t k = 0; k < boundaries.size(); ++k) {
+        const PolylineProjection foot = boundaries[k]->nearest(q);
+        const Vector3 d = foot.point - q;
+        const double distanceSq = d.y * d.y + d.x * d.x + d.z * d.z;
+        if (distanceSq < best) {
+            best = distanceSq;
+            chosen = boundaryFacets[k][at(foot.segment)];
+        }
+    }
+    if (chosen < 0 || 3 * at(chosen) + 2 >= facets.size()) return false;
+    const int* corner = &facets[3 * at(chosen)];
+    return iEvalInFacet(corner[0], corner[1], corner[2], p, outValue, outFloat, false);
+}
+
+bool MeshFunction2D::extrapolateOld(const Point& p, Point* outValue, float* outFloat) const {
+    if (cellCounts.u < 1 || cellCounts.v < 1) return false;
+    int cell[2];
+    for (int k = 0; k < 2; ++k) {
+        const double x = (p[k] - boxMin[k]) * cellScale[k];
+        if (!std::isfinite(x)) return false;
+        cell[k] = cellCoordinate(x, cellCounts[k]);
+    }
+
+    if (cells[cellIndex(cell[0], cell[1])].empty()) {
+        Point position(cell[0], cell[1]);
+        Point step(0.5 * cellCounts.u - cell[0], 0.5 * cellCounts.v - cell[1]);
+        const double absU = std::abs(step.u);
+        const double absV = std::abs(step.v);
+        const double longest = absU >= absV ? absU : absV;
+        if (longest < kMeshEps) return false;
+        step.u /= longest;
+        step.v /= longest;
+        do {
+            for (int k = 0; k < 2; ++k) {
+                position[k] += step[k];
+                cell[k] = static_cast<int>(std::floor(position[k]));
+                if (cell[k] < 0 || cell[k] >= cellCounts[k]) return false;
+            }
+        } while (cells[cellIndex(cell[0], cell[1])].empty());
+    }
+
+    double best = -1.0;
+    const int* nearest = nullptr;
+    for (const int f : cells[cellIndex(cell[0], cell[1])]) {
+        const int* corner = &facets[3 * at(f)];
+        for (int e = 0; e < 3; ++e) {
+            bool interior = false;
+            const double d = iDistToEdge(corner[e], corner[(e + 1) % 3], p, &interior, false);
+            if (best < 0.0 || d < best - kMeshEps || (interior && d < best + kMeshEps)) {
+                best = d;
+                nearest = corner;
+            }
+        }
+    }
+    if (nearest == nullptr) return false;
+    return iEvalInFacet(nearest[0], nearest[1], nearest[2], p, outValue, outFloat, false);
+}
+
+bool MeshFunction2D::iEvalInFacet(int i0, int i1, int i2, const Point& p, Point* outValue,
+                                  float* outFloat, bool strict) const {
+    const std::size_t size = params.size() < values.size() ? params.size() : values.size();
+    if (!isIndex(i0, size) || !isIndex(i1, size) || !isIndex(i2, size)) return false;
+    const Point& p0 = params[at(i0)];
+    const Point e1 = params[at(i1)] - p0;
+    const Point e2 = params[at(i2)] - p0;
+    const double det = e1.u * e2.v - e2.u * e1.v;
+    if (std::abs(det) < kMeshEps) return false;
+
+    const double r = 1.0 / det;
+    const Point d = p - p0;
+    const double a = e2.v * r * d.u + -e2.u * r * d.v;
+    const double b = -e1.v * r * d.u + e1.u * r * d.v;
+    const double c = 1.0 - a - b;
+    if (strict && (a < -kMeshEps || b < -kMeshEps || c < -kMeshEps)) return false;
+
+    if (outValue != nullptr) {
+        *outValue = values[at(i1)] * a + values[at(i2)] * b + values[at(i0)] * c;
+    }
+    if (outFloat != nullptr) {
+        if (normaldots.size() >= values.size()) {
+            float f = static_cast<float>(normaldots[at(i1)] * a);
+            f = static_cast<float>(normaldots[at(i2)] * b + f);
+            f = static_cast<float>(normaldots[at(i0)] * c + f);
+            *outFloat = f;
+        } else {
+            *outFloat = -1.0f;
+        }
+    }
+    return true;
+}
+
+double MeshFunction2D::iDistToEdge(int a, int b, const Point& p, bool* interior,
+                                   bool useValues) const {
+    if (interior != nullptr) *interior = false;
+    const std::vector<Point>& points = useValues ? values : params;
+    if (!isIndex(a, points.size()) || !isIndex(b, points.size())) {
+        return std::numeric_limits<double>::infinity();
+    }
+    const Point e = points[at(b)] - points[at(a)];
+    const Point w = p - points[at(a)];
+    const double lengthSq = e.v * e.v + e.u * e.u;
+    const double toStartSq = w.v * w.v + w.u * w.u;
+    if (lengthSq < kMeshEps * kMeshEps) return toStartSq;
+    const double t = e * w;
+    if (t < -lengthSq * kMeshEps) return toStartSq;
+    if (t > lengthSq + kMeshEps * lengthSq) {
+        const Point toEnd = p - points[at(b)];
+        return toEnd * toEnd;
+    }
+    if (interior != nullptr) *interior = true;
+    return toStartSq - t * t / lengthSq;
+}

@@ -1,0 +1,15 @@
+/// @file
+/// From a position in the location grid to a cell. Internal to mesh functions.
+#pragma once
+
+/// The tolerance of mesh functions: on barycentric weights, on determinants in parameter units
+/// squared, on positions in cell units, and on lengths.
+inline constexpr double kMeshEps = 1e-8;
+
+/// The cell of position `x`, in cell units and finite, along an axis of `n` cells. Positions beyond
+/// the ends belong to the end cells.
+inline int cellCoordinate(double x, int n) {
+    if (x > n - kMeshEps) return n - 1;
+    if (x < kMeshEps) return 0;
+    return static_cast<int>(x);
+}
