@@ -1,0 +1,225 @@
+/// @file
+/// `Matrix`, the 4x4 matrix of affine maps in homogeneous coordinates.
+#pragma once
+
+#include <cassert>
+#include <cmath>
+
+#include "geomKit/export.h"
+#include "geomKit/transforms/Matrixf.h"
+#include "geomKit/vAlgebra/Matrix3.h"
+#include "geomKit/vAlgebra/Vector3.h"
+
+/// Sixteen doubles stored row by row, acting on column vectors: the upper-left 3x3 block is the
+/// linear part, the fourth column the translation, and the bottom row is normally (0, 0, 0, 1).
+///
+/// The class keeps no invariant. Scale is read off the first row of the linear part: where this
+/// class speaks of the *unit-scale linear part*, it means the matrix without its translation, each
+/// of the sixteen entries divided by the length of (m00, m01, m02). A zero first row gives NaN
+/// there. No operation reports an error; all but `print` are pure, safe from any number of threads.
+class Matrix {
+public:
+    /// The identity.
+    constexpr Matrix()
+        : m_{1.0, 0.0, 0.0, 0.0,  //
+             0.0, 1.0, 0.0, 0.0,  //
+             0.0, 0.0, 1.0, 0.0,  //
+             0.0, 0.0, 0.0, 1.0} {}
+    /// Implicit: every float has its double.
+    Matrix(const Matrixf& f);
+    /// The affine map x -> linear x + translation.
+    Matrix(const Matrix3& linear, const Vector3& translation);
+
+    /// Element in row i, column j, both in 0..3 (asserted in debug builds).
+    double operator()(int i, int j) const;
+    double& operator()(int i, int j);
+    /// The top three entries of the fourth column.
+    Vector3 translation() const;
+
+    Matrix operator*(const Matrix& b) const;
+    Matrix& operator*=(const Matrix& b);
+    /// The image of a point: linear part times `p`, plus the translation. Ignores the bottom row.
+    Vector3 transformPoint(const Vector3& p) const;
+    /// The image of a direction: linear part times `d`. Ignores the bottom row.
+    Vector3 transformDirection(const Vector3& d) const;
+
+    Matrix transpose() const;
+    /// The top three rows times `s`, translation included, over the bottom row (0, 0, 0, 1).
+    Matrix scale(double s) const;
+
+    /// The affine inverse: the bottom row is taken for (0, 0, 0, 1), never read. When the
+    /// determinant of the linear part is not above 1e-13 in absolute value (absolute, so a uniform
+    /// scale under 5e-5 counts as singular), or NaN, the result is the identity: a caller who must
+    /// tell tests the determinant of `Matrix3(m)`.
+    Matrix inverse() const;
+
+    /// True when the bottom row is exactly (0, 0, 0, 1) and C = U U^T, with U the unit-scale linear
+    /// part, lies within the Frobenius distance 1e-4 (inclusive) of the identity: a rotation or a
+    /// mirror, with any translation. C's last entry is 1/scale^2, so a uniform scale off 1 by more
+    /// than about 5e-5 is not rigid either. False with NaN.
+    GEOMKIT_API bool isRigid() const;
+
+    /// Frobenius distance: the root of the summed squared differences of all sixteen entries.
+    double distTo(const Matrix& b) const;
+
+    /// The rigid motion that takes the point `p0` to `p1` and the direction `d0` to `d1`.
+    ///
+    /// Opposite directions are turned by pi about z, whatever they are: right for directions in the
+    /// xy plane only. A caller who cannot exclude them composes `Transform::rotate(d0, d1)` with
+    /// the translations instead. The same holds when d0 x d1 is null because the directions are
+    /// short.
+    GEOMKIT_API static Matrix rigidTransform(const Vector3& p0, const Vector3& d0,
+                                             const Vector3& p1, const Vector3& d1);
+
+    /// Rotation by `angle` radians about `axis`, of any length, by the right-hand rule.
+    ///
+    /// The identity when the axis is shorter than 1e-4 and not shorter than `angle` is large
+    /// (length >= angle, with its sign: every negative angle about a short axis gives the
+    /// identity). Also the identity when the length is not above 0, or is NaN.
+    GEOMKIT_API static Matrix rotationMatrix(const Vector3& axis, double angle);
+
+    /// Blend from `a` (t <= 0 or NaN) to `b` (t >= 1): the translation linearly, the scale
+    /// geometrically, the rotation about the single axis of a^-1 b, in a's own frame.
+    ///
+    /// The axis comes from `getRotationAxis`: a turn under about 4e-7 rad that is not about x keeps
+    /// a's orientation until t = 1, where it jumps. So does a turn about one of the axes that
+    /// `Matrix3::getRotationAngle` cannot measure. `Transform::interpolate` has coarser limits; a
+    /// caller who blends tiny turns interpolates the entries and orthonormalises them. A zero first
+    /// row in either matrix gives NaN. Stretches are a's own until t = 1:
+    /// `BoneTransform::interpolate` blends them.
+    GEOMKIT_API static Matrix interpolate(const Matrix& a, const Matrix& b, double t);
+
+    /// Axis of the rotation in the linear part, whose columns are normalised one by one first: the
+    /// cross product of the first pair of (R - I) columns that is not null. When none is, as for
+    /// the identity and for turns under about 4e-7 rad, the result is (1, 0, 0). NaN gives NaN.
+    GEOMKIT_API Vector3 getRotationAxis() const;
+
+    /// `Matrix3::getRotationAngle` of the unit-scale linear part about `axis`, normalised: in
+    /// (-pi, pi]. See there for the axes (-1, 0, 0), (0, -1, 0) and (0, 0, -1), which answer 0.
+    GEOMKIT_API double getRotationAngle(Vector3 axis) const;
+
+    /// The outer product of `v` with itself in the upper-left block, 1 at [3][3], zero elsewhere.
+    static Matrix vvt(const Vector3& v);
+
+    /// Writes the four rows to the C standard output, two decimals an entry, and flushes it:
+    /// "[" before the first row, a blank before the others, "]" after the last entry.
+    GEOMKIT_API void print() const;
+
+private:
+    Matrix unitScaleLinear() const;
+
+    double m_[16];
+};
+
+inline Matrix3::Matrix3(const Matrix& m)
+    : m_{m(0, 0), m(0, 1), m(0, 2), m(1, 0), m(1, 1), m(1, 2), m(2, 0), m(2, 1), m(2, 2)} {}
+
+inline Matrix::Matrix(const Matrixf& f) {
+    for (int i = 0; i < 4; ++i) {
+        for (int j = 0; j < 4; ++j) {
+            m_[4 * i + j] = static_cast<double>(f(i, j));
+        }
+    }
+}
+
+inline Matrix::Matrix(const Matrix3& linear, const Vector3& translation)
+    : m_{linear(0, 0), linear(0, 1), linear(0, 2), translation.x,  //
+         linear(1, 0), linear(1, 1), linear(1, 2), translation.y,  //
+         linear(2, 0), linear(2, 1), linear(2, 2), translation.z,  //
+         0.0,          0.0,          0.0,          1.0} {}
+
+inline double Matrix::operator()(int i, int j) const {
+    assert(i >= 0 && i < 4 && j >= 0 && j < 4);
+    return m_[4 * i + j];
+}
+
+inline double& Matrix::operator()(int i, int j) {
+    assert(i >= 0 && i < 4 && j >= 0 && j < 4);
+    return m_[4 * i + j];
+}
+
+inline Vector3 Matrix::translation() const {
+    return {m_[3], m_[7], m_[11]};
+}
+
+inline Matrix Matrix::operator*(const Matrix& b) const {
+    Matrix p;
+    for (int i = 0; i < 16; i += 4) {
+        for (int j = 0; j < 4; ++j) {
+            p.m_[i + j] = m_[i] * b.m_[j] + m_[i + 1] * b.m_[4 + j] + m_[i + 2] * b.m_[8 + j] +
+                          m_[i + 3] * b.m_[12 + j];
+        }
+    }
+    return p;
+}
+
+inline Matrix& Matrix::operator*=(const Matrix& b) {
+    return *this = *this * b;
+}
+
+inline Vector3 Matrix::transformPoint(const Vector3& p) const {
+    return transformDirection(p) + translation();
+}
+
+inline Vector3 Matrix::transformDirection(const Vector3& d) const {
+    return {m_[0] * d.x + m_[1] * d.y + m_[2] * d.z, m_[4] * d.x + m_[5] * d.y + m_[6] * d.z,
+            m_[8] * d.x + m_[9] * d.y + m_[10] * d.z};
+}
+
+inline Matrix Matrix::transpose() const {
+    Matrix p;
+    for (int i = 0; i < 4; ++i) {
+        for (int j = 0; j < 4; ++j) {
+            p.m_[4 * j + i] = m_[4 * i + j];
+        }
+    }
+    return p;
+}
+
+inline Matrix Matrix::scale(double s) const {
+    Matrix p;
+    for (int k = 0; k < 12; ++k) {
+        p.m_[k] = m_[k] * s;
+    }
+    return p;
+}
+
+inline Matrix Matrix::inverse() const {
+    const double* r0 = m_;
+    const double* r1 = m_ + 4;
+    const double* r2 = m_ + 8;
+    const double det = r0[2] * (r1[0] * r2[1] - r1[1] * r2[0]) +
+                       r0[0] * (r1[1] * r2[2] - r1[2] * r2[1]) -
+                       r0[1] * (r1[0] * r2[2] - r1[2] * r2[0]);
+    Matrix inv;
+    if (!(std::abs(det) > kNullComponentTol)) return inv;
+
+    const double s = 1.0 / det;
+    inv.m_[0] = (r1[1] * r2[2] - r1[2] * r2[1]) * s;
+    inv.m_[1] = (r0[2] * r2[1] - r0[1] * r2[2]) * s;
+    inv.m_[2] = (r0[1] * r1[2] - r0[2] * r1[1]) * s;
+    inv.m_[4] = (r1[2] * r2[0] - r1[0] * r2[2]) * s;
+    inv.m_[5] = (r0[0] * r2[2] - r0[2] * r2[0]) * s;
+    inv.m_[6] = (r0[2] * r1[0] - r0[0] * r1[2]) * s;
+    inv.m_[8] = (r1[0] * r2[1] - r1[1] * r2[0]) * s;
+    inv.m_[9] = (r0[1] * r2[0] - r0[0] * r2[1]) * s;
+    inv.m_[10] = (r0[0] * r1[1] - r0[1] * r1[0]) * s;
+    const Vector3 moved = inv.transformDirection(translation());
+    inv.m_[3] = -moved.x;
+    inv.m_[7] = -moved.y;
+    inv.m_[11] = -moved.z;
+    return inv;
+}
+
+inline double Matrix::distTo(const Matrix& b) const {
+    double sum = 0.0;
+    for (int k = 0; k < 16; ++k) {
+        const double d = m_[k] - b.m_[k];
+        sum += d * d;
+    }
+    return std::sqrt(sum);
+}
+
+inline Matrix Matrix::vvt(const Vector3& v) {
+    return {Matrix3::tensor(v, v), Vector3()};
+}
