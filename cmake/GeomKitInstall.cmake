@@ -1,7 +1,10 @@
-# Install rules: headers, both libraries, a relocatable CMake package and a pkg-config file.
+# Install rules: headers, libraries, a relocatable CMake package and a pkg-config file.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS geomKit
+get_property(libraries GLOBAL PROPERTY GEOMKIT_LIBRARIES)
+get_property(dependencies GLOBAL PROPERTY GEOMKIT_DEPENDENCIES)
+
+install(TARGETS ${libraries}
   EXPORT geomKitTargets
   FILE_SET HEADERS DESTINATION "${GEOMKIT_INCLUDEDIR}"
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
@@ -11,6 +14,9 @@ install(TARGETS geomKit
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/geomKit")
 install(EXPORT geomKitTargets NAMESPACE geomKit:: DESTINATION "${package_dir}")
+list(REMOVE_DUPLICATES dependencies)
+list(TRANSFORM dependencies REPLACE "(.+)" "find_dependency(\\1)")
+list(JOIN dependencies "\n" GEOMKIT_FIND_DEPENDENCIES)
 configure_package_config_file(
   "${CMAKE_CURRENT_LIST_DIR}/geomKitConfig.cmake.in" geomKitConfig.cmake
   INSTALL_DESTINATION "${package_dir}"
@@ -25,5 +31,8 @@ install(FILES
 # The prefix is found from where the .pc file lies, so the tree may be moved.
 file(RELATIVE_PATH GEOMKIT_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" GEOMKIT_PC_TO_PREFIX "${GEOMKIT_PC_TO_PREFIX}")
+list(REVERSE libraries)
+list(TRANSFORM libraries PREPEND "-l")
+list(JOIN libraries " " GEOMKIT_LINK_FLAGS)
 configure_file("${CMAKE_CURRENT_LIST_DIR}/geomKit.pc.in" geomKit.pc @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/geomKit.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

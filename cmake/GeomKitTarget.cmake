@@ -17,8 +17,13 @@ function(geomkit_private_flags target)
   endif()
 endfunction()
 
-# A shared library of the package: hidden symbols, a version, C++17 without extensions.
+# A shared library of the package: hidden symbols, a version, C++17 without extensions. It is
+# installed with the others; packages named after DEPENDS are those that its headers need. A library
+# comes after those of ours that it links.
 function(geomkit_add_library target export_name)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" DEPENDS)
+  set_property(GLOBAL APPEND PROPERTY GEOMKIT_LIBRARIES ${target})
+  set_property(GLOBAL APPEND PROPERTY GEOMKIT_DEPENDENCIES ${arg_DEPENDS})
   add_library(${target} SHARED)
   add_library(geomKit::${export_name} ALIAS ${target})
   set_target_properties(${target} PROPERTIES
@@ -28,6 +33,7 @@ function(geomkit_add_library target export_name)
     CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
+    INSTALL_RPATH "$<IF:$<PLATFORM_ID:Darwin>,@loader_path,$ORIGIN>"
     VERIFY_INTERFACE_HEADER_SETS ON
   )
   target_compile_features(${target} PUBLIC cxx_std_17)

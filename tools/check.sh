@@ -81,8 +81,9 @@ check_fuzz() {
 
 update_records() {
   build release
-  say "Writing tests/golden/golden.txt"
+  say "Writing tests/golden/golden.txt and tests/package/manifest.txt"
   "$root/build/release/tests/golden/digest" | grep -v math-library >"$golden"
+  build release update_manifest
 }
 
 run_check() {
