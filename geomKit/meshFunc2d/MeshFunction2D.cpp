@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/boundaryChains.h"
 #include "geomKit/meshFunc2d/cellCoordinate.h"
 
@@ -60,6 +61,7 @@ MeshFunction2D* MeshFunction2D::copy() const {
     result->extrapolateFlag = extrapolateFlag;
     result->boundaryFacets = boundaryFacets;
     result->boundaries.reserve(boundaries.size());
+    if (facetIndex_) result->facetIndex_ = std::make_unique<const FacetIndex>(*facetIndex_);
     for (const auto& boundary : boundaries) {
         result->boundaries.push_back(std::make_unique<PolylineProjector>(boundary->points));
     }
@@ -91,6 +93,8 @@ void MeshFunction2D::initEvaluatorHelper() {
     for (int k = 0; k < 2; ++k)
         cellScale[k] = cellCounts[k] / (boxMax[k] - boxMin[k]);
     fillCells();
+    facetIndex_ =
+        std::make_unique<const FacetIndex>(cells, cellCounts.v, params, facets, boxMin, cellScale);
     if (extrapolateFlag) initBoundaries();
 }
 

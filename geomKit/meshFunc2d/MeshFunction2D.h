@@ -3,12 +3,16 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
 #include "geomKit/export.h"
 #include "geomKit/meshFunc2d/vect2.h"
 #include "geomKit/queries/PolylineProjector.h"
+
+class FacetIndex;
+struct FacetWeights;
 
 /// Maps points of a 2D parameter plane to 2D values and to one float, linearly in each triangle of
 /// a mesh, and extends the map beyond the mesh.
@@ -83,6 +87,12 @@ public:
     /// nothing. Either output may be null.
     bool evaluate(const Point& p, Point* outValue, float* outFloat) const;
 
+    /// `evaluate` of `count` points, each answer the same to the bit; quicker on large meshes, for
+    /// the memory accesses of several points overlap. Returns how many succeeded. Every output may
+    /// be null; values and floats of points that failed are left untouched.
+    std::size_t evaluate(const Point* points, std::size_t count, Point* outValues, float* outFloats,
+                         bool* outFound) const;
+
     /// Interpolates inside the mesh; outside, extends the linear map of the facet that owns the
     /// nearest boundary segment (of equally near chains the first). False when there is no boundary
     /// within a distance of sqrt(1e13), when that facet is degenerate, or when `p` is not finite.
@@ -109,8 +119,16 @@ public:
 
 private:
     void fillCells();
+    void prefetchCandidates(const std::uint32_t* const* found, std::size_t count) const;
+    const std::uint32_t* locate(const Point& p) const;
+    bool evaluateFound(const std::uint32_t* found, const Point& p, Point* outValue,
+                       float* outFloat) const;
+    void blend(const int* corner, const FacetWeights& weights, Point* outValue,
+               float* outFloat) const;
     std::size_t cellIndex(int cu, int cv) const {
         return static_cast<std::size_t>(cu) * static_cast<std::size_t>(cellCounts.v) +
                static_cast<std::size_t>(cv);
     }
+
+    std::unique_ptr<const FacetIndex> facetIndex_;
 };

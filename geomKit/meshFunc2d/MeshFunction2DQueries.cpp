@@ -1,7 +1,10 @@
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
+#include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
+#include "geomKit/meshFunc2d/barycentric.h"
 #include "geomKit/meshFunc2d/cellCoordinate.h"
 
 namespace {
@@ -17,22 +20,108 @@ bool isIndex(int i, std::size_t size) {
     return i >= 0 && at(i) < size;
 }
 
+/// Queries of an array that go together, so that their memory accesses overlap.
+constexpr std::size_t kBatch = 16;
+/// Candidates of each that are fetched ahead: more than half the queries need no further ones.
+constexpr std::ptrdiff_t kPrefetched = 4;
+
+void prefetch([[maybe_unused]] const void* address) {
+#if defined(__GNUC__)
+    __builtin_prefetch(address);
+#endif
+}
+
 }  // namespace
 
-bool MeshFunction2D::evaluate(const Point& p, Point* outValue, float* outFloat) const {
-    if (cellCounts.u < 1 || cellCounts.v < 1) return false;
+const std::uint32_t* MeshFunction2D::locate(const Point& p) const {
+    if (cellCounts.u < 1 || cellCounts.v < 1) return nullptr;
+    Point x;
     int cell[2];
     for (int k = 0; k < 2; ++k) {
-        const double x = (p[k] - boxMin[k]) * cellScale[k];
+        x[k] = (p[k] - boxMin[k]) * cellScale[k];
         // Written so that NaN is outside too.
-        if (!(x >= -kMeshEps && x <= cellCounts[k] + kMeshEps)) return false;
-        cell[k] = cellCoordinate(x, cellCounts[k]);
+        if (!(x[k] >= -kMeshEps && x[k] <= cellCounts[k] + kMeshEps)) return nullptr;
+        cell[k] = cellCoordinate(x[k], cellCounts[k]);
     }
-    for (const int f : cells[cellIndex(cell[0], cell[1])]) {
+    return facetIndex_->find(x, cell[0], cell[1], cellIndex(cell[0], cell[1]));
+}
+
+bool MeshFunction2D::evaluateFound(const std::uint32_t* found, const Point& p, Point* outValue,
+                                   float* outFloat) const {
+    const FacetIndex::Candidates candidates = facetIndex_->candidates(found);
+    const FacetIndex::Facet* prepared = facetIndex_->prepared().data();
+    if (prepared != nullptr) {
+        for (const int f : candidates) {
+            const FacetWeights weights = prepared[f].frame.weightsAt(p);
+            if (weights.isOutside()) continue;
+            blend(prepared[f].corner, weights, outValue, outFloat);
+            return true;
+        }
+        return false;
+    }
+    for (const int f : candidates) {
         const int* corner = &facets[3 * at(f)];
-        if (iEvalInFacet(corner[0], corner[1], corner[2], p, outValue, outFloat, true)) return true;
+        const Point& p0 = params[at(corner[0])];
+        const FacetEdges edges(p0, params[at(corner[1])], params[at(corner[2])]);
+        const FacetWeights weights = FacetFrame(p0, edges).weightsAt(p);
+        if (weights.isOutside()) continue;
+        blend(corner, weights, outValue, outFloat);
+        return true;
     }
     return false;
+}
+
+bool MeshFunction2D::evaluate(const Point& p, Point* outValue, float* outFloat) const {
+    const std::uint32_t* found = locate(p);
+    return found != nullptr && evaluateFound(found, p, outValue, outFloat);
+}
+
+std::size_t MeshFunction2D::evaluate(const Point* points, std::size_t count, Point* outValues,
+                                     float* outFloats, bool* outFound) const {
+    std::size_t hits = 0;
+    for (std::size_t begin = 0; begin < count; begin += kBatch) {
+        const std::size_t size = (std::min)(kBatch, count - begin);
+        const std::uint32_t* found[kBatch];
+        for (std::size_t i = 0; i < size; ++i)
+            found[i] = locate(points[begin + i]);
+        if (facetIndex_ && facetIndex_->prepared().empty()) prefetchCandidates(found, size);
+        for (std::size_t i = 0; i < size; ++i) {
+            const std::size_t q = begin + i;
+            const bool hit =
+                found[i] != nullptr &&
+                evaluateFound(found[i], points[q], outValues != nullptr ? outValues + q : nullptr,
+                              outFloats != nullptr ? outFloats + q : nullptr);
+            if (outFound != nullptr) outFound[q] = hit;
+            hits += hit ? 1 : 0;
+        }
+    }
+    return hits;
+}
+
+void MeshFunction2D::prefetchCandidates(const std::uint32_t* const* found,
+                                        std::size_t count) const {
+    const auto forEach = [this, found, count](auto&& touch) {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (found[i] == nullptr) continue;
+            const FacetIndex::Candidates candidates = facetIndex_->candidates(found[i]);
+            const std::ptrdiff_t n = candidates.last - candidates.first;
+            for (std::ptrdiff_t k = 0; k < (std::min)(n, kPrefetched); ++k) {
+                touch(candidates.first + k);
+            }
+        }
+    };
+    for (std::size_t i = 0; i < count; ++i) {
+        if (found[i] != nullptr) prefetch(found[i]);
+    }
+    forEach([](const int* entry) { prefetch(entry); });
+    forEach([this](const int* entry) { prefetch(&facets[3 * at(*entry)]); });
+    forEach([this](const int* entry) {
+        for (std::size_t k = 0; k < 3; ++k) {
+            const std::size_t vertex = at(facets[3 * at(*entry) + k]);
+            prefetch(&params[vertex]);
+            prefetch(&values[vertex]);
+        }
+    });
 }
 
 bool MeshFunction2D::extrapolate(const Point& p, Point* outValue, float* outFloat) const {
@@ -106,32 +195,32 @@ bool MeshFunction2D::iEvalInFacet(int i0, int i1, int i2, const Point& p, Point*
     const std::size_t size = params.size() < values.size() ? params.size() : values.size();
     if (!isIndex(i0, size) || !isIndex(i1, size) || !isIndex(i2, size)) return false;
     const Point& p0 = params[at(i0)];
-    const Point e1 = params[at(i1)] - p0;
-    const Point e2 = params[at(i2)] - p0;
-    const double det = e1.u * e2.v - e2.u * e1.v;
-    if (std::abs(det) < kMeshEps) return false;
-
-    const double r = 1.0 / det;
-    const Point d = p - p0;
-    const double a = e2.v * r * d.u + -e2.u * r * d.v;
-    const double b = -e1.v * r * d.u + e1.u * r * d.v;
-    const double c = 1.0 - a - b;
-    if (strict && (a < -kMeshEps || b < -kMeshEps || c < -kMeshEps)) return false;
-
-    if (outValue != nullptr) {
-        *outValue = values[at(i1)] * a + values[at(i2)] * b + values[at(i0)] * c;
-    }
-    if (outFloat != nullptr) {
-        if (normaldots.size() >= values.size()) {
-            float f = static_cast<float>(normaldots[at(i1)] * a);
-            f = static_cast<float>(normaldots[at(i2)] * b + f);
-            f = static_cast<float>(normaldots[at(i0)] * c + f);
-            *outFloat = f;
-        } else {
-            *outFloat = -1.0f;
-        }
-    }
+    const FacetEdges edges(p0, params[at(i1)], params[at(i2)]);
+    if (edges.isDegenerate()) return false;
+    const FacetWeights weights = FacetFrame(p0, edges).weightsAt(p);
+    if (strict && weights.isOutside()) return false;
+    const int corner[3] = {i0, i1, i2};
+    blend(corner, weights, outValue, outFloat);
     return true;
+}
+
+void MeshFunction2D::blend(const int* corner, const FacetWeights& w, Point* outValue,
+                           float* outFloat) const {
+    const std::size_t i0 = at(corner[0]);
+    const std::size_t i1 = at(corner[1]);
+    const std::size_t i2 = at(corner[2]);
+    if (outValue != nullptr) {
+        *outValue = values[i1] * w.a + values[i2] * w.b + values[i0] * w.c;
+    }
+    if (outFloat == nullptr) return;
+    if (normaldots.size() < values.size()) {
+        *outFloat = -1.0f;
+        return;
+    }
+    auto f = static_cast<float>(normaldots[i1] * w.a);
+    f = static_cast<float>(normaldots[i2] * w.b + f);
+    f = static_cast<float>(normaldots[i0] * w.c + f);
+    *outFloat = f;
 }
 
 double MeshFunction2D::iDistToEdge(int a, int b, const Point& p, bool* interior,
