@@ -1,0 +1,119 @@
+#include <cmath>
+
+#include <Eigen/Dense>
+
+#include "geomKit/vAlgebra/vectorUtils.h"
+#include "tests/golden/Digest.h"
+#include "tests/vAlgebra/ExpectNear.h"
+
+namespace {
+
+const double kPi = 4.0 * std::atan(1.0);
+
+Matrix3 diagonal(double a, double b, double c) {
+    return {{a, 0.0, 0.0}, {0.0, b, 0.0}, {0.0, 0.0, c}};
+}
+
+TEST(Matrix3, InversesAndEigensystemsUndo) {
+    InputSource in(301);
+    for (int i = 0; i < 2000; ++i) {
+        const Matrix3 m = in.matrix(std::exp(in.uniform(-1.0, 4.0)));
+        if (std::abs(m.determinant()) < 0.05) continue;
+        expectNear(m * m.inverse(), Matrix3(), 1e-9);
+        const double eigs[] = {0.5, -2.0, 3.0};
+        const Vector3 vecs[] = {m.column(0), m.column(1), m.column(2)};
+        expectNear(Matrix3::getMatrixFromEigs(eigs, vecs) * m, m * diagonal(0.5, -2.0, 3.0), 1e-7);
+    }
+}
+
+// Singular for the inverse is |det| < 1e-8, for the null space |det| <= 1e-8.
+TEST(Matrix3, SingularityAtTheTolerance) {
+    UVector3 null[3];
+    for (const double det : {-1e-8, 1e-8}) {
+        EXPECT_EQ(diagonal(det, 1.0, 1.0).inverse()(1, 1), 1.0);
+        EXPECT_EQ(diagonal(det, 1.0, 1.0).getNullspace(null, false), 1);
+        EXPECT_EQ(diagonal(std::nextafter(det, 2.0 * det), 1.0, 1.0).getNullspace(null, false), 0);
+        EXPECT_TRUE(diagonal(std::nextafter(det, 0.0), 1.0, 1.0).inverse().isNearZero());
+    }
+    EXPECT_TRUE(std::isnan(diagonal(NAN, 1.0, 1.0).inverse()(1, 1)));
+}
+
+TEST(Matrix3, NearTestsEntryByEntry) {
+    Matrix3 zero;
+    zero.zero();
+    const auto with = [](Matrix3 m, int i, double d) {
+        m(i / 3, i % 3) += d;
+        return m;
+    };
+    for (int i = 0; i < 9; ++i) {
+        const double bound = i % 4 == 0 ? 1.0 - 0.999999863 : 0.000523599;
+        for (const double sign : {-1.0, 1.0}) {
+            EXPECT_TRUE(with(Matrix3(), i, sign * (bound - 1e-15)).isNearIdentity());
+            EXPECT_FALSE(with(Matrix3(), i, sign * (bound + 1e-15)).isNearIdentity());
+            EXPECT_TRUE(with(zero, i, sign * std::nextafter(1e-8, 0.0)).isNearZero());
+            EXPECT_FALSE(with(zero, i, sign * 1e-8).isNearZero());
+        }
+        EXPECT_FALSE(with(Matrix3(), i, NAN).isNearIdentity() || with(zero, i, NAN).isNearZero());
+    }
+}
+
+TEST(Matrix3, RotationsAgainstEigenAndBack) {
+    InputSource in(302);
+    for (int i = 0; i < 5000; ++i) {
+        const UVector3 axis = in.vector(1.0);
+        const double magnitude = std::exp(in.uniform(-6.5, std::log(kPi)));
+        const double angle = i % 2 == 0 ? magnitude : -magnitude;
+        const Matrix3 m = Matrix3::rotationMatrix(axis, angle);
+        const Eigen::Vector3d e(axis.x, axis.y, axis.z);
+        const Eigen::Matrix3d oracle = Eigen::AngleAxisd(angle, e).toRotationMatrix();
+        for (int k = 0; k < 9; ++k)
+            EXPECT_NEAR(m(k / 3, k % 3), oracle(k / 3, k % 3), 1e-15);
+        EXPECT_NEAR(m.getRotationAngle(&axis), angle, 1e-12);
+        const double found = m.getRotationAngle(nullptr);
+        expectNear(Matrix3::rotationMatrix(m.getRotationAxis(), found), m, 1e-9);
+        Vector3 a;
+        Vector3 b;
+        getBasis(axis, a, b);
+        EXPECT_NEAR(getAngleBetween(a, m * a, axis), angle < 0.0 ? angle + 2.0 * kPi : angle,
+                    1e-14);
+    }
+}
+
+TEST(Matrix3, RotationFromOneDirectionToAnother) {
+    InputSource in(303);
+    for (int i = 0; i < 2000; ++i) {
+        const UVector3 from = in.vector(1.0);
+        const UVector3 to = from + in.vector(std::exp(in.uniform(-35.0, 3.0)));
+        expectNear(Matrix3::rotationMatrix(from, to) * from, to, 1e-12);
+        expectNear(Matrix3::rotationMatrix(from, from), Matrix3(), 0.0);
+        const Matrix3 half = Matrix3::rotationMatrix(from, -from);
+        expectNear(half * from, -from, 1e-15);
+        expectNear(half * half, Matrix3(), 1e-14);
+    }
+    // The angle is measured on the axis of the smallest signed component: not along that axis.
+    const UVector3 down(0.0, 0.0, -1.0);
+    EXPECT_EQ(Matrix3::rotationMatrix(down, 1.0).getRotationAngle(&down), 0.0);
+}
+
+// Orthonormal, annihilated and as many as there are, whichever columns are the dependent ones.
+TEST(Matrix3, NullSpacesOfEveryRankInEveryOrder) {
+    InputSource in(304);
+    UVector3 null[3];
+    for (int i = 0; i < 6000; ++i) {
+        const int dimension = 1 + i % 2;
+        const Vector3 a = in.vector(2.0);
+        const Vector3 b = dimension == 1 ? in.vector(2.0) : a * in.uniform(-2.0, 2.0);
+        if (dimension == 1 && (a % b).length() < 0.1) continue;
+        const Vector3 c = a * in.uniform(-1.0, 1.0) + b * in.uniform(-1.0, 1.0);
+        const Matrix3 orders[] = {{a, b, c}, {b, c, a}, {c, a, b}, {a, c, b}, {c, b, a}, {b, a, c}};
+        const Matrix3& m = orders[i / 2 % 6];
+        ASSERT_EQ(m.getNullspace(null, false), dimension);
+        for (int k = 0; k < dimension; ++k)
+            EXPECT_NEAR((m * null[k]).length() + null[k].length(), 1.0, 1e-11);
+        EXPECT_TRUE(dimension == 1 || std::abs(null[0] * null[1]) < 1e-14);
+    }
+    EXPECT_EQ(Matrix3().getNullspace(null, true), 1) << "forced: a direction all the same";
+    EXPECT_EQ(diagonal(9e-9, -9e-9, 9e-9).getNullspace(null, false), 3);
+}
+
+}  // namespace

@@ -1,0 +1,69 @@
+#include <cmath>
+
+#include <Eigen/Eigenvalues>
+
+#include "geomKit/vAlgebra/eigensystem.h"
+#include "tests/golden/Digest.h"
+#include "tests/vAlgebra/ExpectNear.h"
+
+namespace {
+
+// The iteration stops at an off-diagonal sum of 1e-8, which bounds the error of the eigenvalues and
+// of A v - lambda v. Any matrix is decomposed as its symmetric part.
+TEST(Eigensystem, AgainstEigen) {
+    InputSource in(401);
+    for (int i = 0; i < 5000; ++i) {
+        const double size = std::exp(in.uniform(-3.0, 6.0));
+        Matrix3 m = in.matrix(size);
+        if (i % 2 == 0) {  // two eigenvalues nearly, or exactly, equal
+            const Matrix3 turn = Matrix3::rotationMatrix(in.vector(1.0), in.uniform(-3.0, 3.0));
+            const double gap = i % 4 == 0 ? 0.0 : std::exp(in.uniform(-35.0, 0.0));
+            m = turn * Matrix3({size, 0, 0}, {0, size + gap, 0}, {0, 0, in.uniform(0.0, size)}) *
+                turn.transpose();
+        }
+        const Matrix3 part = (m + m.transpose()) * 0.5;
+        Eigen::Matrix3d oracle;
+        for (int k = 0; k < 9; ++k)
+            oracle(k / 3, k % 3) = part(k / 3, k % 3);
+        const auto expected = Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d>(oracle).eigenvalues();
+        double eigs[3];
+        UVector3 v[3];
+        ASSERT_TRUE(jacobiMethod(m, eigs, v));
+        for (int k = 0; k < 3; ++k) {
+            EXPECT_NEAR(eigs[k], expected[k], 2e-8);
+            expectNear(part * v[k], v[k] * eigs[k], 2e-8);
+        }
+        expectNear(v[0] % v[1] * ((v[0] % v[1]) * v[2]), v[2], 1e-13);
+    }
+}
+
+TEST(Eigensystem, PivotsOfEqualAndOfNaNEntries) {
+    const struct {
+        double yx, zx, zy;
+        int p, q;
+    } table[] = {{1, 1, 1, 2, 1}, {-2, 1, 1, 1, 0},      {2, -2, 1, 2, 0},
+                 {0, 0, 0, 2, 1}, {NAN, NAN, NAN, 2, 1}, {NAN, 1, NAN, 2, 0}};
+    for (const auto& row : table) {
+        int p = -1;
+        int q = -1;
+        double c = 0.0, s = 0.0, t = 0.0, tau = 0.0;
+        const Matrix3 m({1.0, row.yx, row.zx}, {row.yx, 1.0, row.zy}, {row.zx, row.zy, 2.0});
+        jacobiRotation(m, p, q, c, s, t, tau);
+        EXPECT_EQ(p, row.p);
+        EXPECT_EQ(q, row.q);
+        EXPECT_TRUE(p != 1 || t == -1.0) << "equal diagonal entries turn by -45 degrees";
+    }
+}
+
+TEST(Eigensystem, EndsOnEveryMagnitude) {
+    InputSource in(402);
+    for (const double huge : {1e-300, 1e20, 1e150, 1e300, double(INFINITY), double(NAN)}) {
+        double eigs[3];
+        UVector3 v[3];
+        const Matrix3 m = in.matrix(1.0) * huge;
+        EXPECT_TRUE(jacobiMethod(m, eigs, v));
+        EXPECT_EQ(std::isfinite(eigs[0] + eigs[1] + eigs[2]), std::isfinite(huge));
+    }
+}
+
+}  // namespace

@@ -1,0 +1,90 @@
+#include <cmath>
+
+#include "geomKit/vAlgebra/vectorUtils.h"
+#include "tests/golden/Digest.h"
+#include "tests/vAlgebra/ExpectNear.h"
+
+namespace {
+
+TEST(VectorUtils, SegmentDistanceAgainstDenseSampling) {
+    InputSource in(201);
+    for (int i = 0; i < 2000; ++i) {
+        const Vector3 a = in.vector(std::exp(in.uniform(-5.0, 7.0)));
+        const Vector3 b = a + in.vector(std::exp(in.uniform(-5.0, 7.0)));
+        const Vector3 p = in.vector(std::exp(in.uniform(-5.0, 7.0)));
+        double t = -1.0;
+        const double got = distSqToLineSegment(p, a, b, &t);
+        const double rounding = 1e-14 * (a.lengthSq() + distSq(p, a) + distSq(a, b));
+        ASSERT_TRUE(t >= 0.0 && t <= 1.0);
+        EXPECT_NEAR(distSq(p, a + (b - a) * t), got, rounding);
+        for (int k = 0; k <= 100; ++k)
+            ASSERT_LE(got, distSq(p, a + (b - a) * (k / 100.0)) + rounding);
+    }
+}
+
+// The end tests include their bound of 1e-13, which is of an unnormalised dot product.
+TEST(VectorUtils, SegmentDistanceAtTheEnds) {
+    const struct {
+        double x, end, t;
+    } table[] = {{1e-13, 1, 0}, {1.01e-13, 1, 1.01e-13}, {1 - 0.99e-13, 1, 1}, {0.5e-7, 1e-7, 0},
+                 {0.5, 0, 0},   {1e3, 2e3, 0.5}};
+    for (const auto& row : table) {
+        double t = -1.0;
+        const Vector3 p(row.x, 1e-20, 0.0);
+        EXPECT_GE(distSqToLineSegment(p, Vector3(), Vector3(row.end, 0.0, 0.0), &t), 0.0);
+        EXPECT_EQ(t, row.t);
+    }
+}
+
+TEST(VectorUtils, BasesAreRightHandedAlsoInPlace) {
+    InputSource in(202);
+    const Vector3 ties[] = {{1, 1, 1}, {0, 0, 1}, {0, 1, 0}, {1, 0, 0}, {1, 1, 0}, {0, -1, 1}};
+    for (int i = 0; i < 500; ++i) {
+        const UVector3 v = i < 6 ? ties[i] : in.vector(1.0);
+        Vector3 e1;
+        Vector3 e2;
+        getBasis(v, e1, e2);
+        expectNear(Matrix3(e1, e2, v) * Matrix3(e1, e2, v).transpose(), Matrix3(), 1e-15);
+        expectNear(e1 % e2, v, 1e-15);
+        Vector3 aliased[2] = {v, v};
+        getBasis(aliased[0], aliased[0], e2);
+        getBasis(aliased[1], e1, aliased[1]);
+        expectNear(Matrix3(aliased[0], aliased[1], v), Matrix3(e1, e2, v), 0.0);
+        for (const double reach : {1e-9, 1e6}) {
+            EXPECT_TRUE(samePlane(e2, v, e2 + (e1 + v * 0.0005) * reach, -v));
+            EXPECT_FALSE(samePlane(e2, v, e2 + (e1 + v * 0.00053) * reach, v));
+        }
+        EXPECT_FALSE(samePlane(e2, v, e2, v + e1 * 0.001));
+    }
+}
+
+// A torus (R = 3, r = 1) in a skew parametrisation v = w + k u. Its meridians are circles of radius
+// r; the other curvature is cos v / (R + r cos v). Negative, because Su x Sv points outwards.
+TEST(VectorUtils, CurvaturesOfATorus) {
+    InputSource in(205);
+    for (int i = 0; i < 500; ++i) {
+        const double u = in.uniform(0.0, 6.0);
+        const double v = in.uniform(0.0, 6.0);
+        const double k = in.uniform(-0.8, 0.8);
+        const Vector3 radial(std::cos(u), std::sin(u), 0.0);
+        const Vector3 along(-std::sin(u), std::cos(u), 0.0);
+        const Vector3 inwards = radial * -std::cos(v) + Vector3(0.0, 0.0, -std::sin(v));
+        const Vector3 sv = radial * -std::sin(v) + Vector3(0.0, 0.0, std::cos(v));
+        const double ring = 3.0 + std::cos(v);
+        const Vector3 d1[] = {along * ring + sv * k, sv};
+        const Vector3 suu = radial * -ring + along * (-2.0 * k * std::sin(v)) + inwards * (k * k);
+        const Vector3 d2[] = {suu, along * -std::sin(v) + inwards * k, inwards};
+        double kMin = 0.0;
+        double kMax = 0.0;
+        ASSERT_TRUE(principalCurvatures(d1, d2, &kMin, &kMax));
+        EXPECT_NEAR(kMin, -1.0, 1e-10);
+        EXPECT_NEAR(kMax, -std::cos(v) / ring, 1e-10);
+        EXPECT_NEAR(calcCurvature(sv * 3.0, inwards * 9.0 + sv * k), 1.0, 1e-14);
+    }
+    const Vector3 flat[3] = {{1, 0, 0}, {2, 0, 0}, {}};
+    EXPECT_FALSE(principalCurvatures(flat, flat, nullptr, nullptr));
+    EXPECT_EQ(calcCurvature(Vector3(3.1e-7, 0, 0), Vector3(0, 1, 0)), 0.0);
+    EXPECT_GT(calcCurvature(Vector3(3.2e-7, 0, 0), Vector3(0, 1, 0)), 1e12);
+}
+
+}  // namespace
