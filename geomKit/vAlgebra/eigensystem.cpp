@@ -15,59 +15,43 @@ struct Rotation {
     double tau;
 };
 
-/// The rotation that annihilates `apq` between the diagonal entries `app` and `aqq`; false when
-/// there is nothing to rotate.
-bool annihilate(double app, double aqq, double apq, Rotation& rot) {
+/// The rotation of the axes p and q that annihilates `apq` between the diagonal entries `app` and
+/// `aqq`; false when there is nothing to rotate. Exchanging the axes turns the other way, but for
+/// equal diagonal entries: these turn by -45 degrees, seen with p the later axis.
+bool annihilate(double app, double aqq, double apq, bool pIsLater, Rotation& rot) {
     const double diff = aqq - app;
     if (std::abs(diff) < kNullComponentTol && std::abs(2.0 * apq) < kNullComponentTol) return false;
     const double theta = diff / (2.0 * apq);
     const double absTheta = std::abs(theta);
+    double t = 0.0;  // without its sign: the cosine need not wait for that
     if (absTheta > kHugeTheta) {
-        rot.t = apq / diff;
+        t = std::abs(apq / diff);
     } else {
-        const double root = absTheta + std::sqrt(theta * theta + 1.0);
-        rot.t = theta > 0.0 ? 1.0 / root : -1.0 / root;
+        t = 1.0 / (absTheta + std::sqrt(theta * theta + 1.0));
     }
-    rot.c = 1.0 / std::sqrt(rot.t * rot.t + 1.0);
+    rot.c = 1.0 / std::sqrt(t * t + 1.0);
+    rot.t = std::copysign(t, theta);
+    if (theta == 0.0) rot.t = pIsLater ? -t : t;
     rot.s = rot.t * rot.c;
     rot.tau = rot.s / (rot.c + 1.0);
     return true;
 }
 
-/// A symmetric matrix as it is rotated: the diagonal and, at index k, the off-diagonal entry that
-/// lies in neither row nor column k. Half the work of a full matrix and the same values.
-struct Symmetric {
-    double diag[3];
-    double off[3];
-
-    /// The index that the pivot's row p and column q leave over: 0 for (2,1), 1 for (2,0), 2 for
-    /// (1,0). Greater-or-equal, so the later of equal entries wins and NaN never does.
-    int pivot() const {
-        int r = 0;
-        double largest = 0.0;
-        for (int k = 2; k >= 0; --k) {
-            const double entry = std::abs(off[k]);
-            if (entry >= largest) {
-                largest = entry;
-                r = k;
-            }
+/// The index that the pivot's row p and column q leave over, where `off[k]` is the entry that lies
+/// in neither row nor column k. Greater-or-equal, so the later of equal entries wins and NaN never
+/// does.
+int pivotComplement(const double off[3]) {
+    int r = 0;
+    double largest = 0.0;
+    for (int k = 2; k >= 0; --k) {
+        const double entry = std::abs(off[k]);
+        if (entry >= largest) {
+            largest = entry;
+            r = k;
         }
-        return r;
     }
-
-    void rotate(int p, int q, int r, const Rotation& rot) {
-        const double apq = off[r];
-        const double arp = off[q];
-        const double arq = off[p];
-        diag[p] -= rot.t * apq;
-        diag[q] += rot.t * apq;
-        off[r] = 0.0;
-        off[q] = arp - rot.s * (arq + rot.tau * arp);
-        off[p] = arq + rot.s * (arp - rot.tau * arq);
-    }
-
-    double offDiagonalSum() const { return std::abs(off[2]) + std::abs(off[1]) + std::abs(off[0]); }
-};
+    return r;
+}
 
 constexpr int kPivotRow[3] = {2, 2, 1};
 constexpr int kPivotColumn[3] = {1, 0, 0};
@@ -76,12 +60,12 @@ constexpr int kPivotColumn[3] = {1, 0, 0};
 
 bool jacobiRotation(const Matrix3& S, int& p, int& q, double& c, double& s, double& t,
                     double& tau) {
-    const Symmetric lower = {{S(0, 0), S(1, 1), S(2, 2)}, {S(2, 1), S(2, 0), S(1, 0)}};
-    const int r = lower.pivot();
+    const double off[3] = {S(2, 1), S(2, 0), S(1, 0)};
+    const int r = pivotComplement(off);
     p = kPivotRow[r];
     q = kPivotColumn[r];
     Rotation rot;
-    if (!annihilate(lower.diag[p], lower.diag[q], lower.off[r], rot)) return false;
+    if (!annihilate(S(p, p), S(q, q), off[r], true, rot)) return false;
     c = rot.c;
     s = rot.s;
     t = rot.t;
@@ -90,42 +74,73 @@ bool jacobiRotation(const Matrix3& S, int& p, int& q, double& c, double& s, doub
 }
 
 bool jacobiMethod(const Matrix3& A, double* eigs, UVector3* vecs) {
-    Symmetric S = {
-        {(A(0, 0) + A(0, 0)) * 0.5, (A(1, 1) + A(1, 1)) * 0.5, (A(2, 2) + A(2, 2)) * 0.5},
-        {(A(2, 1) + A(1, 2)) * 0.5, (A(2, 0) + A(0, 2)) * 0.5, (A(1, 0) + A(0, 1)) * 0.5}};
+    double diag[3] = {(A(0, 0) + A(0, 0)) * 0.5, (A(1, 1) + A(1, 1)) * 0.5,
+                      (A(2, 2) + A(2, 2)) * 0.5};
+    const double off[3] = {(A(2, 1) + A(1, 2)) * 0.5, (A(2, 0) + A(0, 2)) * 0.5,
+                           (A(1, 0) + A(0, 1)) * 0.5};
     Vector3 V[3] = {Vector3(1.0, 0.0, 0.0), Vector3(0.0, 1.0, 0.0), Vector3(0.0, 0.0, 1.0)};
 
+    // The pivot lies in row p and column q, in either order; r is the third index.
+    int r = pivotComplement(off);
+    int p = kPivotRow[r];
+    int q = kPivotColumn[r];
+    double apq = off[r];
+    double arp = off[q];
+    double arq = off[p];
     bool converged = false;
-    for (int rotations = 0; !converged && rotations < kMaxRotations; ++rotations) {
-        const int r = S.pivot();
-        const int p = kPivotRow[r];
-        const int q = kPivotColumn[r];
+    for (int rotations = 0; rotations < kMaxRotations; ++rotations) {
         Rotation rot;
-        if (!annihilate(S.diag[p], S.diag[q], S.off[r], rot)) {
+        if (!annihilate(diag[p], diag[q], apq, p > q, rot)) {
             converged = true;
             break;
         }
-        S.rotate(p, q, r, rot);
+        diag[p] -= rot.t * apq;
+        diag[q] += rot.t * apq;
+        // arq is zero but for the first time; its addition would lengthen the chain of operations
+        // that each wait for the one before, which is what this loop's time consists of.
+        const double turned = rot.tau * arp;
+        const double rp = arp - rot.s * (rotations == 0 ? arq + turned : turned);
+        const double rq = arq + rot.s * (arp - rot.tau * arq);
         const Vector3 vp = V[p];
         const Vector3 vq = V[q];
         V[p] = vp * rot.c - vq * rot.s;
         V[q] = vp * rot.s + vq * rot.c;
-        converged = !(S.offDiagonalSum() > kOffDiagonalTol);
+
+        const double sizeRp = std::abs(rp);
+        const double sizeRq = std::abs(rq);
+        if (!(sizeRp + sizeRq > kOffDiagonalTol)) {
+            converged = true;
+            break;
+        }
+        // The entry (p, q) is zero now, so the next pivot is one of the other two: of equal ones
+        // the later, which leaves the smaller index over. After the second rotation the pivots go
+        // round and the branch is foreseen, since the new entries are cosine and sine times one
+        // value.
+        const bool pivotIsRp = sizeRp > sizeRq || (sizeRp == sizeRq && q < p);
+        arq = 0.0;
+        if (pivotIsRp) {
+            apq = rp;
+            arp = rq;
+            const int oldQ = q;
+            q = p;
+            p = r;
+            r = oldQ;
+        } else {
+            apq = rq;
+            arp = rp;
+            std::swap(p, r);
+        }
     }
 
-    const auto order = [&S, &V](int i, int j) {
-        if (S.diag[i] > S.diag[j]) {
-            std::swap(S.diag[i], S.diag[j]);
-            std::swap(V[i], V[j]);
-        }
-    };
-    for (int pass = 0; pass < 3; ++pass) {
-        order(0, 1);
-        order(1, 2);
-    }
+    // A stable ascending sort by counting, without branches that nothing foretells. As in a sort of
+    // neighbours, a NaN in the middle leaves the outer two where they are.
+    const int swap01 = diag[0] > diag[1] ? 1 : 0;
+    const int swap12 = diag[1] > diag[2] ? 1 : 0;
+    const int swap02 = (diag[0] > diag[2] ? 1 : 0) & (swap01 | swap12);
+    const int rank[3] = {swap01 + swap02, 1 - swap01 + swap12, 2 - swap02 - swap12};
     for (int k = 0; k < 3; ++k) {
-        if (eigs != nullptr) eigs[k] = S.diag[k];
-        if (vecs != nullptr) vecs[k] = UVector3(V[k]);
+        if (eigs != nullptr) eigs[rank[k]] = diag[k];
+        if (vecs != nullptr) vecs[rank[k]] = UVector3(V[k]);
     }
     return converged;
 }

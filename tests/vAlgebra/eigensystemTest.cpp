@@ -64,6 +64,9 @@ TEST(Eigensystem, EndsOnEveryMagnitude) {
         EXPECT_TRUE(jacobiMethod(m, eigs, v));
         EXPECT_EQ(std::isfinite(eigs[0] + eigs[1] + eigs[2]), std::isfinite(huge));
     }
+    const Matrix3 endless({1e200, 0.5, 1.0}, {0.5, 1e200, 2.0}, {1.0, 2.0, 1e200});
+    EXPECT_FALSE(jacobiMethod(endless, nullptr, nullptr));
+    EXPECT_EQ(endless.getEigensystem(nullptr, nullptr), 3);
 }
 
 }  // namespace
