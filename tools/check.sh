@@ -79,6 +79,11 @@ check_fuzz() {
   done
 }
 
+check_docs() {
+  say "Reference and pages"
+  run_docs
+}
+
 update_records() {
   build release
   say "Writing tests/golden/golden.txt and tests/package/manifest.txt"
@@ -87,7 +92,7 @@ update_records() {
 }
 
 run_check() {
-  local step steps=(digests tidy headers threads fuzz)
+  local step steps=(digests tidy headers threads fuzz docs)
   run_setup check
   if [ "${1:-}" = --update ]; then
     update_records
