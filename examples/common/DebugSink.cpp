@@ -29,8 +29,9 @@ struct DebugSink::Callbacks {
         DebugSink& sink = receive();
         std::vector<Point2> pixels;
         pixels.reserve(points.size());
-        for (const Vector3& p : points)
+        for (const Vector3& p : points) {
             pixels.push_back(sink.projection_(p));
+        }
         if (style != kDots) {
             drawPolyline(sink.image_, pixels, sink.lineWidth, paletteColour(colour));
         }

@@ -10,11 +10,13 @@ void computeNormals(Mesh& mesh) {
         const auto c = static_cast<std::size_t>(mesh.facets[i + 2]);
         const Vector3 normal =
             (mesh.positions[b] - mesh.positions[a]) % (mesh.positions[c] - mesh.positions[a]);
-        for (const std::size_t v : {a, b, c})
+        for (const std::size_t v : {a, b, c}) {
             mesh.normals[v] += normal;
+        }
     }
-    for (Vector3& normal : mesh.normals)
+    for (Vector3& normal : mesh.normals) {
         normal = normal.normalize();
+    }
 }
 
 }  // namespace demo

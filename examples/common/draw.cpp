@@ -117,8 +117,10 @@ void drawTriangle(Image& image, const Point2& a, const Point2& b, const Point2& 
     fillByCoverage(image, boxAround(image, {a, b, c}, 0.5), colour, [&](double x, double y) {
         int inside = 0;
         for (int i = 0; i < kSamples * kSamples; ++i) {
-            const double sx = x - 0.5 + (i % kSamples + 0.5) / kSamples;
-            const double sy = y - 0.5 + (i / kSamples + 0.5) / kSamples;
+            const int column = i % kSamples;
+            const int row = i / kSamples;
+            const double sx = x - 0.5 + (column + 0.5) / kSamples;
+            const double sy = y - 0.5 + (row + 0.5) / kSamples;
             const double ab = side(a, b, sx, sy);
             const double bc = side(b, c, sx, sy);
             const double ca = side(c, a, sx, sy);

@@ -37,8 +37,9 @@ bool append(const aiMesh& part, Mesh& mesh) {
         const aiFace& face = part.mFaces[i];
         if (face.mNumIndices != 3) continue;
         bool valid = true;
-        for (unsigned k = 0; k < 3; ++k)
+        for (unsigned k = 0; k < 3; ++k) {
             valid = valid && face.mIndices[k] < part.mNumVertices;
+        }
         if (!valid) continue;
         for (unsigned k = 0; k < 3; ++k) {
             mesh.facets.push_back(first + static_cast<int>(face.mIndices[k]));
