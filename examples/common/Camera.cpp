@@ -45,6 +45,15 @@ Point2 Camera::pixel(const Vector3& p) const {
     return {s.x, s.y};
 }
 
+std::optional<Vector3> Camera::onPlane(const Point2& pixel, const Vector3& o,
+                                       const UVector3& n) const {
+    const Vector3 ray = forward_ + right_ * ((pixel.x - centre_.x) / zoom_) +
+                        down_ * ((pixel.y - centre_.y) / zoom_);
+    const double distance = ((o - eye_) * n) / (ray * n);
+    if (!(distance > 0.0) || std::isinf(distance)) return std::nullopt;
+    return eye_ + ray * distance;
+}
+
 Camera cameraAround(const std::vector<Vector3>& points, const UVector3& from, const UVector3& up,
                     double distance, double width, double height, double margin) {
     Vector3 low = points.empty() ? Vector3() : points.front();

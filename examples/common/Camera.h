@@ -2,6 +2,7 @@
 /// A perspective camera that maps points of space to pixels.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include <geomKit/vAlgebra/Vector3.h>
@@ -30,6 +31,10 @@ public:
     ScreenPoint project(const Vector3& p) const;
     /// The position alone.
     Point2 pixel(const Vector3& p) const;
+
+    /// The point of the plane through `o` with normal `n` that appears at `pixel`; nothing when the
+    /// plane is not in front of the eye there.
+    std::optional<Vector3> onPlane(const Point2& pixel, const Vector3& o, const UVector3& n) const;
 
     const Vector3& eye() const { return eye_; }
 

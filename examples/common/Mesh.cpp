@@ -19,4 +19,18 @@ void computeNormals(Mesh& mesh) {
     }
 }
 
+void append(Mesh& mesh, const Mesh& more) {
+    const auto first = static_cast<int>(mesh.positions.size());
+    const auto add = [](auto& to, const auto& from) {
+        to.insert(to.end(), from.begin(), from.end());
+    };
+    add(mesh.positions, more.positions);
+    add(mesh.normals, more.normals);
+    add(mesh.uvs, more.uvs);
+    add(mesh.curvatures, more.curvatures);
+    for (const int vertex : more.facets) {
+        mesh.facets.push_back(vertex + first);
+    }
+}
+
 }  // namespace demo

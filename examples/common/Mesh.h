@@ -16,11 +16,16 @@ struct Mesh {
     std::vector<Vector3> normals;
     /// One per position, or empty when the model has no texture coordinates.
     std::vector<Point2> uvs;
+    /// One per position, or empty: the smallest and the largest principal curvature.
+    std::vector<Point2> curvatures;
     /// Index triples, counter-clockwise seen from outside.
     std::vector<int> facets;
 };
 
 /// Gives every vertex the average normal of its facets, weighted by their areas.
 void computeNormals(Mesh& mesh);
+
+/// Adds the vertices and facets of another mesh with the same kinds of data.
+void append(Mesh& mesh, const Mesh& more);
 
 }  // namespace demo

@@ -1,6 +1,12 @@
 #include "examples/common/loadMesh.h"
 
+#include <algorithm>
 #include <cmath>
+#include <new>
+
+#if defined(__unix__)
+#include <sys/resource.h>
+#endif
 
 #include <assimp/Importer.hpp>
 #include <assimp/config.h>
@@ -10,9 +16,43 @@
 namespace demo {
 namespace {
 
-constexpr unsigned kSteps = aiProcess_Triangulate | aiProcess_SortByPType |
-                            aiProcess_PreTransformVertices | aiProcess_JoinIdenticalVertices |
-                            aiProcess_ValidateDataStructure;
+/// What the model says of normals, colours and bones is dropped: it would split vertices that
+/// belong together. Edges sharper than the crease angle stay sharp.
+constexpr unsigned kSteps = aiProcess_ValidateDataStructure | aiProcess_RemoveComponent |
+                            aiProcess_Triangulate | aiProcess_SortByPType |
+                            aiProcess_PreTransformVertices | aiProcess_GenSmoothNormals |
+                            aiProcess_JoinIdenticalVertices;
+constexpr int kDropped = aiComponent_NORMALS | aiComponent_TANGENTS_AND_BITANGENTS |
+                         aiComponent_COLORS | aiComponent_BONEWEIGHTS | aiComponent_ANIMATIONS;
+constexpr float kCreaseDegrees = 50.0F;
+
+/// Address space for the process while a file is read: a header that promises billions of vertices
+/// then fails at once instead of filling the machine.
+constexpr std::size_t kAddressSpace = std::size_t{8} << 30;
+
+/// Holds the soft limit of the address space down, where the platform can do it.
+class MemoryLimit {
+public:
+#if defined(__unix__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    MemoryLimit() {
+        if (getrlimit(RLIMIT_AS, &before_) != 0) return;
+        rlimit lowered = before_;
+        lowered.rlim_cur = std::min<rlim_t>(before_.rlim_cur, kAddressSpace);
+        isHeld_ = setrlimit(RLIMIT_AS, &lowered) == 0;
+    }
+    ~MemoryLimit() {
+        if (isHeld_) setrlimit(RLIMIT_AS, &before_);
+    }
+
+private:
+    rlimit before_{};
+    bool isHeld_ = false;
+#else
+    MemoryLimit() {}
+#endif
+    MemoryLimit(const MemoryLimit&) = delete;
+    MemoryLimit& operator=(const MemoryLimit&) = delete;
+};
 
 Vector3 toVector3(const aiVector3D& v) {
     return {static_cast<double>(v.x), static_cast<double>(v.y), static_cast<double>(v.z)};
@@ -27,6 +67,7 @@ bool append(const aiMesh& part, Mesh& mesh) {
     const auto first = static_cast<int>(mesh.positions.size());
     for (unsigned i = 0; i < part.mNumVertices; ++i) {
         mesh.positions.push_back(toVector3(part.mVertices[i]));
+        mesh.normals.push_back(part.HasNormals() ? toVector3(part.mNormals[i]) : Vector3());
         if (!isFinite(mesh.positions.back())) return false;
         if (!part.HasTextureCoords(0)) continue;
         const Vector3 uv = toVector3(part.mTextureCoords[0][i]);
@@ -59,7 +100,15 @@ std::optional<Mesh> loadMesh(const std::string& path, std::string* error) {
     Assimp::Importer importer;
     importer.SetPropertyInteger(AI_CONFIG_PP_SBP_REMOVE,
                                 aiPrimitiveType_POINT | aiPrimitiveType_LINE);
-    const aiScene* scene = importer.ReadFile(path, kSteps);
+    importer.SetPropertyInteger(AI_CONFIG_PP_RVC_FLAGS, kDropped);
+    importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, kCreaseDegrees);
+    const aiScene* scene = nullptr;
+    try {
+        const MemoryLimit limit;
+        scene = importer.ReadFile(path, kSteps);
+    } catch (const std::bad_alloc&) {
+        return fail("the model needs too much memory");
+    }
     if (scene == nullptr) return fail(importer.GetErrorString());
 
     Mesh mesh;
@@ -70,7 +119,6 @@ std::optional<Mesh> loadMesh(const std::string& path, std::string* error) {
     }
     if (mesh.facets.empty()) return fail("the model holds no triangles");
     if (mesh.uvs.size() != mesh.positions.size()) mesh.uvs.clear();
-    computeNormals(mesh);
     return mesh;
 }
 
