@@ -30,7 +30,68 @@ double firstZero(const std::vector<Vector3>& pts, double Vector3::*axis) {
     return 0.0;
 }
 
-constexpr std::size_t kBlock = 4;
+// Four boxes side by side, each over every fourth point: no comparison waits for the one before it.
+constexpr std::size_t kLanes = 4;
+
+struct Lanes {
+    Vector3 lo[kLanes];
+    Vector3 hi[kLanes];
+};
+
+#if defined(__GNUC__)
+
+// Four coordinates of successive points, so that three of them are a block of four points. The
+// compilers do not find this layout by themselves; with AVX it takes a ninth of the time.
+using Quad = double __attribute__((vector_size(4 * sizeof(double))));
+constexpr std::size_t kQuads = 3;
+
+__attribute__((always_inline)) inline void widenByQuads(const Vector3* pts, std::size_t blocks,
+                                                        Lanes& lanes) {
+    Quad lo[kQuads];
+    Quad hi[kQuads];
+    std::memcpy(lo, lanes.lo, sizeof lo);
+    std::memcpy(hi, lanes.hi, sizeof hi);
+    const char* bytes = reinterpret_cast<const char*>(pts);
+    for (std::size_t i = 0; i < blocks; ++i) {
+        for (std::size_t k = 0; k < kQuads; ++k) {
+            Quad v;
+            std::memcpy(&v, bytes, sizeof v);
+            bytes += sizeof v;
+            lo[k] = v < lo[k] ? v : lo[k];
+            hi[k] = v > hi[k] ? v : hi[k];
+        }
+    }
+    std::memcpy(lanes.lo, lo, sizeof lo);
+    std::memcpy(lanes.hi, hi, sizeof hi);
+}
+
+#if defined(__x86_64__)
+__attribute__((target("avx"))) void widenWithAvx(const Vector3* pts, std::size_t blocks,
+                                                 Lanes& lanes) {
+    widenByQuads(pts, blocks, lanes);
+}
+#endif
+
+void widen(const Vector3* pts, std::size_t blocks, Lanes& lanes) {
+#if defined(__x86_64__)
+    if (__builtin_cpu_supports("avx")) {
+        widenWithAvx(pts, blocks, lanes);
+        return;
+    }
+#endif
+    widenByQuads(pts, blocks, lanes);
+}
+
+#else
+
+void widen(const Vector3* pts, std::size_t blocks, Lanes& lanes) {
+    for (std::size_t i = 0; i < kLanes * blocks; ++i) {
+        lanes.lo[i % kLanes] = lower(pts[i], lanes.lo[i % kLanes]);
+        lanes.hi[i % kLanes] = higher(pts[i], lanes.hi[i % kLanes]);
+    }
+}
+
+#endif
 
 }  // namespace
 
@@ -40,33 +101,20 @@ Bbox::Bbox(const std::vector<Vector3>& pts) {
         return;
     }
     init(pts[0]);
-
-    // Four boxes side by side, each over every fourth point: twelve coordinates are compared as
-    // whole vectors, and no comparison waits for the one before it.
-    double lo[3 * kBlock];
-    double hi[3 * kBlock];
-    for (std::size_t k = 0; k < kBlock; ++k) {
-        std::memcpy(lo + 3 * k, &pts[0], sizeof(Vector3));
-        std::memcpy(hi + 3 * k, &pts[0], sizeof(Vector3));
+    const Vector3 first = pts[0];
+    Lanes lanes = {{first, first, first, first}, {first, first, first, first}};
+    const std::size_t blocks = pts.size() / kLanes;
+    widen(pts.data(), blocks, lanes);
+    for (std::size_t k = 0; k < kLanes; ++k) {
+        minPt = lower(lanes.lo[k], minPt);
+        maxPt = higher(lanes.hi[k], maxPt);
     }
-    std::size_t i = 0;
-    for (; i + kBlock <= pts.size(); i += kBlock) {
-        double v[3 * kBlock];
-        std::memcpy(v, &pts[i], sizeof v);
-        for (std::size_t k = 0; k < 3 * kBlock; ++k) {
-            lo[k] = lower(v[k], lo[k]);
-            hi[k] = higher(v[k], hi[k]);
-        }
-    }
-    for (std::size_t k = 0; k < kBlock; ++k) {
-        minPt = lower(Vector3(lo[3 * k], lo[3 * k + 1], lo[3 * k + 2]), minPt);
-        maxPt = higher(Vector3(hi[3 * k], hi[3 * k + 1], hi[3 * k + 2]), maxPt);
-    }
-    for (; i < pts.size(); ++i) {
+    for (std::size_t i = kLanes * blocks; i < pts.size(); ++i) {
         minPt = lower(pts[i], minPt);
         maxPt = higher(pts[i], maxPt);
     }
 
+    // The lanes may have met the zeros of an axis in another order than the list has them.
     for (double Vector3::*axis : {&Vector3::x, &Vector3::y, &Vector3::z}) {
         if (minPt.*axis == 0.0) minPt.*axis = firstZero(pts, axis);
         if (maxPt.*axis == 0.0) maxPt.*axis = firstZero(pts, axis);
