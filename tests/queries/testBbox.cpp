@@ -1,0 +1,119 @@
+#include <cmath>
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+#include "geomKit/queries/Bbox.h"
+#include "tests/golden/Digest.h"
+
+namespace {
+
+Bbox box(const Vector3& lo, const Vector3& hi) {
+    Bbox b;
+    b.minPt = lo;
+    b.maxPt = hi;
+    return b;
+}
+
+bool sameBits(const Bbox& a, const Bbox& b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+TEST(Bbox, BuildsTheSameBitsAsAPassInOrder) {
+    InputSource in(1);
+    const double values[] = {0.0, -0.0, 1.0, -1.0, std::nan(""), HUGE_VAL, -HUGE_VAL, 5e-324};
+    for (int round = 0; round < 4000; ++round) {
+        const int kinds = round % 2 == 0 ? 2 : 8;
+        std::vector<Vector3> pts(static_cast<std::size_t>(in.index(23)));
+        for (Vector3& p : pts) {
+            for (int k = 0; k < 3; ++k)
+                p[k] = values[in.index(kinds)];
+        }
+        Bbox expected = box(Vector3(), Vector3());
+        if (!pts.empty()) expected.init(pts[0]);
+        for (const Vector3& p : pts) {
+            for (int k = 0; k < 3; ++k) {
+                if (p[k] < expected.minPt[k]) expected.minPt[k] = p[k];
+                if (p[k] > expected.maxPt[k]) expected.maxPt[k] = p[k];
+            }
+        }
+        ASSERT_TRUE(sameBits(Bbox(pts), expected)) << "round " << round;
+    }
+}
+
+TEST(Bbox, InvalidBoxesFollowTheirOwnRules) {
+    const Bbox empty;
+    const Bbox unit = box(Vector3(), Vector3(1, 1, 1));
+    const Bbox inverted = box(Vector3(2, 0, 0), Vector3(1, 1, 1));
+    const double nan = std::nan("");
+    EXPECT_TRUE(sameBits(empty, box(Vector3(), Vector3(0, 0, -2))));
+    for (const Bbox& bad : {empty, inverted, box(Vector3(nan, 0, 0), Vector3(1, 1, 1))}) {
+        EXPECT_FALSE(bad.isValid());
+        EXPECT_EQ(bad.volume(), -2.0);
+        EXPECT_FALSE(bad.filter(Vector3()) || bad.filter(bad.minPt) || bad.filter(bad.maxPt));
+        EXPECT_TRUE(sameBits(bad + unit, empty));
+        EXPECT_TRUE(sameBits(unit + bad, empty));
+        Bbox sum = unit;
+        EXPECT_TRUE(sameBits(sum += bad, empty));
+        sum = empty;
+        EXPECT_TRUE(sameBits(sum += bad, bad)) << "an invalid box copies whatever is added";
+        sum = bad;
+        EXPECT_TRUE(sameBits(sum += unit, unit));
+        Bbox shared = unit;
+        shared.isec(bad);
+        EXPECT_TRUE(sameBits(shared, empty));
+        shared = bad;
+        shared.isec(unit);
+        EXPECT_TRUE(sameBits(shared, bad)) << "an invalid box stays as it is";
+        Bbox updated = bad;
+        updated.update(Vector3(3, 4, 5));
+        EXPECT_TRUE(sameBits(updated, box(Vector3(3, 4, 5), Vector3(3, 4, 5))));
+    }
+    EXPECT_TRUE(box(Vector3(0, 1e-13, 0), Vector3()).isValid());
+    EXPECT_FALSE(box(Vector3(0, std::nextafter(1e-13, 1.0), 0), Vector3()).isValid());
+    Bbox disjoint = unit;
+    disjoint.isec(box(Vector3(2, 2, 2), Vector3(3, 3, 3)));
+    EXPECT_TRUE(sameBits(disjoint, box(Vector3(2, 2, 2), Vector3(1, 1, 1))));
+}
+
+TEST(Bbox, SetOperationsAgreeWithMembership) {
+    InputSource in(2);
+    for (int i = 0; i < 3000; ++i) {
+        const auto whole = [&in] {
+            const double x = in.index(7);
+            const double y = in.index(7);
+            const double z = in.index(7);
+            return Vector3(x, y, z);
+        };
+        const Bbox a({whole(), whole()});
+        const Bbox b({whole(), whole()});
+        const Vector3 p = whole();
+        const Bbox sum = a + b;
+        Bbox shared = a;
+        shared.isec(b);
+        Bbox grown = a;
+        grown.update(p);
+        ASSERT_EQ(shared.filter(p), a.filter(p) && b.filter(p));
+        ASSERT_TRUE(sum.filter(p) || !(a.filter(p) || b.filter(p)));
+        ASSERT_TRUE(sameBits(sum, Bbox({a.minPt, a.maxPt, b.minPt, b.maxPt})));
+        ASSERT_TRUE(sameBits(grown, Bbox({a.minPt, a.maxPt, p})));
+
+        const UVector3 dir(whole() - whole());
+        Vector3 low;
+        Vector3 high;
+        a.boundsInDir(dir, &low, &high);
+        a.boundsInDir(dir, nullptr, nullptr);
+        for (int corner = 0; corner < 8; ++corner) {
+            Vector3 c = a.minPt;
+            for (int k = 0; k < 3; ++k)
+                c[k] = (corner >> k & 1) != 0 ? a.maxPt[k] : c[k];
+            ASSERT_TRUE(c * dir >= low * dir - 1e-12 && c * dir <= high * dir + 1e-12);
+        }
+    }
+    Vector3 low;
+    Vector3 high;
+    box(Vector3(), Vector3(1, 1, 1)).boundsInDir(UVector3(-1, 0, 0), &low, &high);
+    EXPECT_TRUE(low == Vector3(1, 1, 1) && high == Vector3()) << "ties keep the starting pair";
+}
+
+}  // namespace

@@ -1,0 +1,215 @@
+#include <algorithm>
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "geomKit/queries/LineLineInt.h"
+#include "geomKit/queries/LineSphereInt.h"
+#include "geomKit/queries/LineTriangleInt.h"
+#include "geomKit/queries/PlanePlaneInt.h"
+#include "geomKit/queries/TriangleWeightsFinder.h"
+#include "geomKit/vAlgebra/vectorUtils.h"
+#include "tests/golden/Digest.h"
+
+namespace {
+
+// Every dot, cross and triple product of such small whole numbers is exact, so that the sign of one
+// classifies without rounding. What is not zero is far above kSlack after normalisation.
+constexpr double kSlack = 1e-9;
+
+Vector3 wholeVector(InputSource& in, int size) {
+    Vector3 v;
+    for (int k = 0; k < 3; ++k)
+        v[k] = in.index(2 * size + 1) - size;
+    return v;
+}
+
+Vector3 wholeDirection(InputSource& in) {
+    const Vector3 v = wholeVector(in, 2);
+    return v.isNull() ? wholeDirection(in) : v;
+}
+
+UVector3 unscaled(double x, double y, double z) {
+    UVector3 v;
+    static_cast<Vector3&>(v) = Vector3(x, y, z);
+    return v;
+}
+
+TEST(Intersections, TriangleStatusesAreExactForAllOrdersOfTheVertices) {
+    InputSource in(1);
+    int seen[5] = {};
+    for (int i = 0; i < 20000; ++i) {
+        const Vector3 p = wholeVector(in, 3);
+        const Vector3 d = wholeDirection(in);
+        const Vector3 v[3] = {wholeVector(in, 2), wholeVector(in, 2), wholeVector(in, 2)};
+        const Vector3 n = (v[1] - v[0]) % (v[2] - v[0]);
+        const double det = d * n;
+        // Three times the offsets from the centroid are whole.
+        const Vector3 sum = v[0] + v[1] + v[2];
+        double radiusSq = 0.0;
+        bool outside = false;
+        for (int k = 0; k < 3; ++k) {
+            radiusSq = std::max(radiusSq, (sum - v[k] * 3.0).lengthSq());
+            const double weight = ((v[(k + 1) % 3] - p) % (v[(k + 2) % 3] - p)) * d;
+            outside = outside || weight * det < 0.0;
+        }
+        int expected = outside ? 1 : 0;
+        if (det == 0.0) expected = n.isNull() ? 4 : (p - v[0]) * n == 0.0 ? 2 : 3;
+        const bool passes = ((p * 3.0 - sum) % d).lengthSq() > radiusSq * d.lengthSq();
+        if (passes) expected = 1;
+        ++seen[expected];
+        const double t = passes || det == 0.0 ? 0.0 : ((v[0] - p) * n) / det;
+        const Vector3 point = passes || det == 0.0 ? Vector3() : p + d * t;
+        int order[3] = {0, 1, 2};
+        do {
+            const LineTriangleInt hit(p, d, v[order[0]], v[order[1]], v[order[2]], kSlack);
+            ASSERT_EQ(hit.status, expected) << p << d << v[0] << v[1] << v[2];
+            ASSERT_LE(dist(hit.point, point), 1e-12);
+            ASSERT_LE(std::abs(hit.param - t * d.length()), 1e-12);
+        } while (std::next_permutation(order, order + 3));
+    }
+    EXPECT_GT(*std::min_element(seen, seen + 5), 100);
+}
+
+TEST(Intersections, LinePlaneAndSphereStatusesAreExact) {
+    InputSource in(2);
+    for (int i = 0; i < 20000; ++i) {
+        const Vector3 p = wholeVector(in, 2);
+        const Vector3 q = wholeVector(in, 2);
+        const Vector3 d = wholeDirection(in);
+        const Vector3 e = wholeDirection(in);
+        const Vector3 n = d % e;
+        const LineLineInt lines(p, d, q, e, kSlack);
+        const bool apart = !((q - p) % d).isNull();
+        ASSERT_EQ(lines.status, n.isNull() ? (apart ? 1 : 2) : (q - p) * n == 0.0 ? 0 : 3);
+        const Vector3 gap = (q + e * lines.param2) - (p + d * lines.param1);
+        ASSERT_LE(std::abs(gap * e) + (n.isNull() ? 0.0 : std::abs(gap * d)), 1e-12);
+        const LineLineInt unit(p, d.normalize(), q, e.normalize(), kSlack);
+        ASSERT_TRUE(n.isNull() || unit.status == lines.status);
+        ASSERT_TRUE(n.isNull() || dist(unit.point, lines.point) <= 1e-12);
+
+        const LinePlaneInt cut(p, d, q, e, kSlack);
+        ASSERT_EQ(cut.status, d * e != 0.0 ? 0 : (p - q) * e != 0.0 ? 1 : 2);
+        ASSERT_TRUE(cut.status != 0 || std::abs((cut.point - q) * e) <= 1e-12);
+        ASSERT_LE(dist(p + d.normalize() * cut.param, cut.point), 1e-12);
+
+        const PlanePlaneInt edge(p, d, q, e, kSlack);
+        ASSERT_EQ(edge.status, !n.isNull() ? 0 : (p - q) * d != 0.0 ? 1 : 2);
+        ASSERT_TRUE(edge.status != 0 || std::abs((edge.point - p) * d) <= 1e-12);
+        ASSERT_TRUE(edge.status != 0 || std::abs((edge.point - q) * e) <= 1e-12);
+
+        const double radius = 1 + in.index(3);
+        const LineSphereInt sphere(p, d, q, radius, kSlack);
+        const double excess = ((q - p) % d).lengthSq() - radius * radius * d.lengthSq();
+        ASSERT_EQ(sphere.numHits, excess > 0.0 ? 0 : excess == 0.0 ? 1 : 2);
+        ASSERT_LE(sphere.param1, sphere.param2);
+        for (const Vector3& hit : {sphere.point1, sphere.point2})
+            ASSERT_TRUE(sphere.numHits == 0 || std::abs(dist(hit, q) - radius) <= 1e-7);
+    }
+}
+
+// The answers just below a value, at it and just above it, as three digits.
+template <typename Query>
+int around(double value, Query query) {
+    return 100 * query(value * (1.0 - 0x1p-50)) + 10 * query(value) +
+           query(value * (1.0 + 0x1p-50));
+}
+
+TEST(Intersections, TolerancesHaveTheirUnitsAndStrictness) {
+    const Vector3 o;
+    const UVector3 x(1, 0, 0);
+    const UVector3 y(0, 1, 0);
+    const UVector3 z(0, 0, 1);
+    const Vector3 up(0, 0, 0.25);
+    const auto lines = [&](double t) { return LineLineInt(o, x, up, y, t).status; };
+    const auto freeLines = [&](double t) { return LineLineInt(o, o + x, up, o + y, t).status; };
+    const auto alike = [&](double t) { return LineLineInt(o, x, up, x, t).status; };
+    const auto freeAlike = [&](double t) { return LineLineInt(o, o + x, up, o + x, t).status; };
+    const auto plane = [&](double t) { return LinePlaneInt(o, x, up, z, t).status; };
+    const auto slope = [&](double s) {
+        return LinePlaneInt(o, unscaled(1, 0, s), up, z, 1).status;
+    };
+    const auto planes = [&](double t) { return PlanePlaneInt(o, z, up, z, t).status; };
+    const auto triangle = [](const Vector3& p, const UVector3& d, double t) {
+        return LineTriangleInt(p, d, {2, 0, 0}, {-1, 1, 0}, {-1, -1, 0}, t).status;
+    };
+    const auto beside = [&](double t) { return triangle({-1.125, 0, 1}, z, t); };
+    const auto sphere = [&](double t) { return triangle({3, 0, 1}, z, t); };
+    const auto above = [&](double t) { return triangle(up, x, t); };
+    const auto outer = [&](double t) { return LineSphereInt(o + x, y, o, 0.5, t).numHits; };
+    const auto inner = [&](double t) { return LineSphereInt(o + x, y, o, 1.5, t).numHits; };
+    const auto weight = [&](double s) {
+        return static_cast<int>(10 * TriangleWeightsFinder(o + x, o, x * 10, y * s).weights.y);
+    };
+    EXPECT_EQ(around(0.25, lines), 330) << "a gap of tol is too far";
+    EXPECT_EQ(around(0.25, freeLines), 330);
+    EXPECT_EQ(around(0.25, alike), 112);
+    EXPECT_EQ(around(0.25, freeAlike), 112);
+    EXPECT_EQ(around(0.25, plane), 112);
+    EXPECT_EQ(around(1e-8, slope), 200) << "a sine, and 1e-8 itself is not parallel";
+    EXPECT_EQ(around(0.25, planes), 112);
+    EXPECT_EQ(around(5.0, sphere), 100) << "squared distance 9, squared radius 4";
+    EXPECT_EQ(around(0.25, beside), 100) << "0.125 beside an edge of length 2: an area";
+    EXPECT_EQ(around(0.25, above), 332);
+    EXPECT_EQ(around(0.75, outer), 11) << "squared distance 1, squared radius 0.25";
+    EXPECT_EQ(around(1.25, inner), 221) << "squared distance 1, squared radius 2.25";
+    EXPECT_EQ(around(1e-9, weight), 11) << "a determinant of 1e-8";
+    EXPECT_EQ(PlanePlaneInt(o, z, o, unscaled(0, 0.99e-8, 1), 1).status, 2);
+    EXPECT_EQ(PlanePlaneInt(o, z, o, unscaled(0, 1.01e-8, 1), 1).status, 0);
+    EXPECT_EQ(LineLineInt(o, x, up, UVector3(1, 1e-9, 0), 0.1).status, 1);
+    EXPECT_EQ(LineLineInt(o, x, up, UVector3(1, 1e-7, 0), 0.1).status, 3);
+    EXPECT_EQ(alike(0.0) + plane(0.0) + planes(0.0), 3) << "without tolerance nothing coincides";
+    EXPECT_EQ(LineLineInt(o, o, up, o + y, 1).status, 3) << "a zero direction is not caught";
+}
+
+TEST(Intersections, WeightsBlendToThePointWhicheverAxisIsDropped) {
+    InputSource in(3);
+    for (int i = 0; i < 3000; ++i) {
+        const Matrix3 corners = in.matrix(2.0);
+        const Vector3 a = corners.column(0);
+        const Vector3 b = corners.column(1);
+        const Vector3 c = corners.column(2);
+        const Vector3 n = (b - a) % (c - a);
+        if (n.length() < 0.1) continue;
+        Vector3 wanted = in.vector(3.0);
+        wanted.z = 1.0 - wanted.x - wanted.y;
+        Vector3 p = corners * wanted;
+        int axis = 0;
+        for (int k = 1; k < 3; ++k)
+            axis = std::abs(n[k]) > std::abs(n[axis]) ? k : axis;
+        p[axis] += 5.0;
+        ASSERT_LE(dist(TriangleWeightsFinder(p, a, b, c).weights, wanted), 1e-11);
+        const Vector3 turned = TriangleWeightsFinder(p, c, a, b).weights;
+        ASSERT_LE(dist(turned, Vector3(wanted.z, wanted.x, wanted.y)), 1e-11);
+    }
+    const TriangleWeightsFinder tie({9, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1});
+    EXPECT_LE(dist(tie.weights, Vector3(1, 0, 0)), 0.0) << "of equal components x is dropped";
+}
+
+TEST(Intersections, NonFiniteInputHasADocumentedStatus) {
+    const Vector3 o;
+    const UVector3 z(0, 0, 1);
+    const Vector3 a(1, 0, 0);
+    const Vector3 b(-1, 1, 0);
+    for (const double bad : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+        for (int k = 0; k < 3; ++k) {
+            Vector3 v(0.1, 0.2, 0.3);
+            v[k] = bad;
+            const UVector3 u(v);
+            EXPECT_EQ(LineLineInt(v, z, o, UVector3(a), 1.0).status, LineLineInt::kSkew);
+            EXPECT_EQ(LineLineInt(v, z, o, z, 1.0).status, LineLineInt::kParallel);
+            EXPECT_EQ(LineLineInt(o, v, o, b, 1.0).status, LineLineInt::kSkew);
+            EXPECT_NE(LineLineInt(o, b, v, b, 1.0).status, LineLineInt::kMeet);
+            EXPECT_EQ(LinePlaneInt(o, u, o, z, 1.0).status, LinePlaneInt::kInPlane);
+            EXPECT_EQ(LinePlaneInt(v, z, o, z, 1.0).status, LinePlaneInt::kHit);
+            EXPECT_EQ(PlanePlaneInt(o, u, v, z, 1.0).status, PlanePlaneInt::kMeet);
+            EXPECT_EQ(LineTriangleInt(o, u, a, b, -a, 1.0).status, LineTriangleInt::kInPlane);
+            EXPECT_EQ(LineTriangleInt(o, z, a, v, -a, 1.0).status, LineTriangleInt::kInPlane);
+            EXPECT_EQ(LineTriangleInt(v, z, a, b, -a, 1.0).status, LineTriangleInt::kMiss);
+            EXPECT_EQ(LineSphereInt(v, z, o, 1.0, 0.0).numHits, 1);
+            EXPECT_FALSE(std::isfinite(TriangleWeightsFinder(v, a, b, -a).weights.x) && k < 2);
+        }
+    }
+}
+
+}  // namespace

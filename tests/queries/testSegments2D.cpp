@@ -1,0 +1,149 @@
+#include <algorithm>
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "geomKit/queries/segments2D.h"
+#include "geomKit/vAlgebra/vectorUtils.h"
+#include "tests/golden/Digest.h"
+
+namespace {
+
+Vector3 wholePoint(InputSource& in, int size) {
+    const double x = in.index(2 * size + 1) - size;
+    const double y = in.index(2 * size + 1) - size;
+    return {x, y, 0.0};
+}
+
+// Exact for small whole numbers.
+double side(const Vector3& a, const Vector3& b, const Vector3& p) {
+    return ((b - a) % (p - a)).z;
+}
+
+TEST(Segments2D, CrossingsAreExactInEveryOrder) {
+    InputSource in(1);
+    int touching = 0;
+    for (int i = 0; i < 30000; ++i) {
+        const Vector3 a0 = wholePoint(in, 3);
+        const Vector3 a1 = wholePoint(in, 3);
+        const Vector3 b0 = wholePoint(in, 3);
+        const Vector3 b1 = wholePoint(in, 3);
+        if (distSq(a0, a1) == 0.0) continue;
+        const auto within = [](const Vector3& a, const Vector3& b, const Vector3& p) {
+            return side(a, b, p) == 0.0 && (a - p) * (b - p) <= 0.0;
+        };
+        const bool proper =
+            side(a0, a1, b0) * side(a0, a1, b1) < 0.0 && side(b0, b1, a0) * side(b0, b1, a1) < 0.0;
+        const bool closed = proper || within(a0, a1, b0) || within(a0, a1, b1) ||
+                            within(b0, b1, a0) || within(b0, b1, a1);
+        touching += closed && !proper;
+        for (int order = 0; order < 4; ++order) {
+            const Vector3& p = order % 2 == 0 ? a0 : a1;
+            const Vector3& q = order % 2 == 0 ? a1 : a0;
+            const Vector3& r = order < 2 ? b0 : b1;
+            const Vector3& s = order < 2 ? b1 : b0;
+            ASSERT_EQ(segsIntersect(p, q, r, s, 1e-9, true), closed) << a0 << a1 << b0 << b1;
+            ASSERT_EQ(segsIntersect(p, q, r, s, 1e-9, false), proper) << a0 << a1 << b0 << b1;
+        }
+    }
+    EXPECT_GT(touching, 1000);
+}
+
+TEST(Segments2D, ToleranceIsADistanceAndEndsAreStrict) {
+    const Vector3 o;
+    const Vector3 e(4, 0, 0);
+    const auto upright = [&](double x, double y, double tol, bool inclusive) {
+        return segsIntersect(o, e, Vector3(x, y, 0), Vector3(x, 3, 0), tol, inclusive);
+    };
+    const double more = std::nextafter(0.25, 1.0);
+    EXPECT_TRUE(upright(4.25, -1, 0.25, true));
+    EXPECT_FALSE(upright(std::nextafter(4.25, 5.0), -1, 0.25, true));
+    EXPECT_TRUE(upright(3.75, -1, 0.25, false));
+    EXPECT_FALSE(upright(std::nextafter(3.75, 4.0), -1, 0.25, false));
+    EXPECT_FALSE(upright(1, 0.25, 0.25, true)) << "off the line by exactly tol";
+    EXPECT_TRUE(upright(1, 0.25, more, true));
+    EXPECT_FALSE(upright(1, -0.25, 0.25, false));
+    EXPECT_TRUE(upright(1, -more, 0.25, false));
+    EXPECT_FALSE(segsIntersect(o, e, o, e, 0.0, true)) << "overlaps need a tolerance";
+    EXPECT_FALSE(segsIntersect(o, e, o, e, 0.1, false));
+    EXPECT_TRUE(segsIntersect(o, o, Vector3(7, 7, 0), Vector3(8, 9, 0), 0.1, true))
+        << "an A of no length has no side in the plane";
+}
+
+TEST(Segments2D, RectanglesAgreeWithAParametricClip) {
+    InputSource in(2);
+    const Vector3 rmin(-2, -1, 0);
+    const Vector3 rmax(2, 1, 0);
+    int counts[3] = {0, 0, 0};
+    for (int i = 0; i < 30000; ++i) {
+        Vector3 a = wholePoint(in, 4);
+        Vector3 b = wholePoint(in, 4);
+        const Vector3 d = b - a;
+        double from = 0.0;
+        double to = 1.0;
+        bool onEdge = false;
+        for (int k = 0; k < 2; ++k) {
+            if (d[k] == 0.0) {
+                if (a[k] < rmin[k] || a[k] > rmax[k]) to = -1.0;
+                onEdge = onEdge || a[k] == rmin[k] || a[k] == rmax[k];
+            } else {
+                const double s = (rmin[k] - a[k]) / d[k];
+                const double t = (rmax[k] - a[k]) / d[k];
+                from = std::max(from, std::min(s, t));
+                to = std::min(to, std::max(s, t));
+            }
+        }
+        const bool meets = segIntersectRect2D(a, b, rmin, rmax);
+        const Vector3 startA = a;
+        const bool remains = segClipRect2D(a, b, rmin, rmax, b, a);
+        if (to < from - 1e-9) {
+            ASSERT_FALSE(meets || remains) << startA << d;
+            ++counts[0];
+        } else if (to > from + 1e-9 && !onEdge) {
+            ASSERT_TRUE(meets && remains) << startA << d;
+            ASSERT_LE(dist(b, startA + d * from), 1e-12) << "b was passed for the first end";
+            ASSERT_LE(dist(a, startA + d * to), 1e-12);
+            ++counts[1];
+        } else if (onEdge) {
+            ASSERT_FALSE(meets && distSq(startA, startA + d) > 0.0) << startA << d;
+            ASSERT_FALSE(remains) << startA << d;
+            ++counts[2];
+        }
+    }
+    for (const int count : counts)
+        EXPECT_GT(count, 200);
+}
+
+TEST(Segments2D, ClipsToAHalfPlaneThatIsAslant) {
+    InputSource in(3);
+    for (int i = 0; i < 3000; ++i) {
+        const Vector3 q = in.vector(2.0);
+        const UVector3 n = in.vector(1.0);
+        Vector3 a = in.vector(3.0);
+        Vector3 b = in.vector(3.0);
+        const double da = (a - q) * n;
+        const double db = (b - q) * n;
+        ASSERT_EQ(segClipHalfPlane2D(a, b, q, n), da > 0.0 || db > 0.0);
+        ASSERT_LE(std::abs((a - q) * n - (da < 0.0 && db > 0.0 ? 0.0 : da)), 1e-12);
+        ASSERT_LE(std::abs((b - q) * n - (db < 0.0 && da > 0.0 ? 0.0 : db)), 1e-12);
+    }
+}
+
+TEST(Segments2D, NonFiniteCoordinatesReturn) {
+    const Vector3 o;
+    const Vector3 e(1, 1, 0);
+    for (const double bad : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+        const Vector3 v(bad, 0.5, 0.0);
+        Vector3 a = e;
+        Vector3 b = v;
+        EXPECT_EQ(segIntersectRect2D(v, v, o, e), false);
+        EXPECT_TRUE(segIntersectRect2D(v, Vector3(0.5, 0.5, 0), o, e));
+        EXPECT_EQ(segClipHalfPlane2D(a, b, o, UVector3(1, 0, 0)), true);
+        EXPECT_EQ(segsIntersect(o, v, o, e, 0.1, true), true);
+        EXPECT_EQ(segsIntersect(v, v, v, v, 0.1, true), true);
+        segClipRect2D(o, v, o, e, a, b);
+        segClipRect2D(v, e, o, v, a, b);
+    }
+}
+
+}  // namespace
