@@ -16,4 +16,5 @@ Digest::~Digest() {
 
 int main() {
     digestVectorAlgebra();
+    digestQueries();
 }
