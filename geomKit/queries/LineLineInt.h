@@ -17,8 +17,8 @@
 ///
 /// The form for unit directions calls lines parallel when 1 - |d1 . d2| < 5e-17, which in double
 /// precision means that |d1 . d2| rounds to 1 or more. Normalised directions often fall one bit
-/// short of that: about a third of identical lines are solved as if they crossed, with status 0
-/// and a `point` anywhere between p1 and the foot of p2, and parallel lines apart give status 3.
+/// short of that, for a third of all directions. Then coincident lines are solved as if they
+/// crossed: status 0 when p1 = p2, else 3 with meaningless parameters; parallel lines apart give 3.
 /// The form for free directions calls directions parallel within 0.03 degrees; a caller who must
 /// recognise parallel lines uses that one (`Vector3(d1)`, `Vector3(d2)` for unit directions).
 ///
