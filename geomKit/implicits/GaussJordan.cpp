@@ -1,0 +1,181 @@
+#include "geomKit/implicits/GaussJordan.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+void scaleRow(double* row, std::size_t columns, double s) {
+    for (std::size_t c = 0; c < columns; ++c)
+        row[c] *= s;
+}
+
+void addRow(double* __restrict target, const double* row, double f, std::size_t columns) {
+    for (std::size_t c = 0; c < columns; ++c)
+        target[c] = row[c] * f + target[c];
+}
+
+/// Eight `addRow` in turn with the target held in a register.
+void addEightRows(double* __restrict target, const double* const* rows, const double* f,
+                  std::size_t columns) {
+    const double* const r0 = rows[0];
+    const double* const r1 = rows[1];
+    const double* const r2 = rows[2];
+    const double* const r3 = rows[3];
+    const double* const r4 = rows[4];
+    const double* const r5 = rows[5];
+    const double* const r6 = rows[6];
+    const double* const r7 = rows[7];
+    for (std::size_t c = 0; c < columns; ++c) {
+        double t = r0[c] * f[0] + target[c];
+        t = r1[c] * f[1] + t;
+        t = r2[c] * f[2] + t;
+        t = r3[c] * f[3] + t;
+        t = r4[c] * f[4] + t;
+        t = r5[c] * f[5] + t;
+        t = r6[c] * f[6] + t;
+        target[c] = r7[c] * f[7] + t;
+    }
+}
+
+}  // namespace
+
+GaussJordan::GaussJordan(double* entries, std::size_t size, std::size_t width, Mode mode)
+    : entries_(entries),
+      size_(size),
+      width_(width),
+      mode_(mode),
+      panel_(size * kPanel),
+      factors_(size * kPanel) {
+    pivotRows_.reserve(size);
+}
+
+GaussJordan::Outcome GaussJordan::run() {
+    for (std::size_t first = 0; first < size_; first += kPanel) {
+        const std::size_t last = (std::min)(first + kPanel, size_);
+        const Outcome outcome = reducePanel(first, last);
+        if (outcome != Outcome::Complete && mode_ == Mode::InPlace) return outcome;
+        catchUp(first, 0, first);
+        catchUp(first, last, width_);
+        if (outcome != Outcome::Complete) return outcome;
+    }
+    return Outcome::Complete;
+}
+
+GaussJordan::Outcome GaussJordan::reducePanel(std::size_t first, std::size_t last) {
+    const std::size_t panelWidth = last - first;
+    for (std::size_t i = 0; i < size_; ++i)
+        std::copy_n(row(i) + first, panelWidth, panelRow(i));
+
+    Outcome outcome = Outcome::Complete;
+    for (steps_ = 0; steps_ < panelWidth; ++steps_) {
+        outcome = step(first + steps_, steps_, panelWidth);
+        if (outcome != Outcome::Complete) break;
+    }
+
+    for (std::size_t i = 0; i < size_; ++i)
+        std::copy_n(panelRow(i), panelWidth, row(i) + first);
+    return outcome;
+}
+
+/// Eliminates column k, which is column j of the panel, from the panel's columns.
+GaussJordan::Outcome GaussJordan::step(std::size_t k, std::size_t j, std::size_t panelWidth) {
+    const bool inPlace = mode_ == Mode::InPlace;
+    if (inPlace && !isColumnFinite(j)) return Outcome::NotFinite;
+
+    const std::size_t pivot = findPivot(k, j);
+    if (panelRow(pivot)[j] == 0.0) return Outcome::ZeroPivot;
+    const double s = 1.0 / panelRow(pivot)[j];
+    if (inPlace && !std::isfinite(s)) return Outcome::NotFinite;
+    pivotRows_.push_back(pivot);
+    scales_[j] = s;
+
+    if (pivot != k) {
+        std::swap_ranges(panelRow(k), panelRow(k) + panelWidth, panelRow(pivot));
+        std::swap_ranges(factorRow(k), factorRow(k) + j, factorRow(pivot));
+    }
+    for (std::size_t i = 0; i < size_; ++i) {
+        factorRow(i)[j] = -panelRow(i)[j];
+        if (inPlace) panelRow(i)[j] = 0.0;
+    }
+    factorRow(k)[j] = 0.0;
+    if (inPlace) panelRow(k)[j] = 1.0;
+
+    scaleRow(panelRow(k), panelWidth, s);
+    for (std::size_t i = 0; i < size_; ++i) {
+        const double f = factorRow(i)[j];
+        if (f != 0.0) addRow(panelRow(i), panelRow(k), f, panelWidth);
+    }
+    return Outcome::Complete;
+}
+
+std::size_t GaussJordan::findPivot(std::size_t k, std::size_t j) {
+    std::size_t pivot = k;
+    double largest = std::abs(panelRow(k)[j]);
+    for (std::size_t i = k + 1; i < size_; ++i) {
+        const double entry = std::abs(panelRow(i)[j]);
+        if (entry > largest) {
+            largest = entry;
+            pivot = i;
+        }
+    }
+    return pivot;
+}
+
+bool GaussJordan::isColumnFinite(std::size_t j) {
+    for (std::size_t i = 0; i < size_; ++i)
+        if (!std::isfinite(panelRow(i)[j])) return false;
+    return true;
+}
+
+/// Applies the panel's pivots, which start at row `first`, to the columns from `begin` to `end`.
+void GaussJordan::catchUp(std::size_t first, std::size_t begin, std::size_t end) {
+    for (std::size_t c = begin; c < end; c += kStrip)
+        catchUpStrip(first, c, (std::min)(kStrip, end - c));
+}
+
+void GaussJordan::catchUpStrip(std::size_t first, std::size_t begin, std::size_t columns) {
+    for (std::size_t j = 0; j < steps_; ++j) {
+        double* const pivot = row(pivotRows_[first + j]) + begin;
+        double* const own = row(first + j) + begin;
+        if (pivot != own) std::swap_ranges(own, own + columns, pivot);
+    }
+
+    // Each pivot row as it stands at its own step, which is what the other rows add.
+    Strip pivots;
+    for (std::size_t j = 0; j < steps_; ++j) {
+        double* const pivot = pivots.data() + j * kStrip;
+        std::copy_n(row(first + j) + begin, columns, pivot);
+        addRows(pivot, columns, pivots, factorRow(first + j), 0, j);
+        scaleRow(pivot, columns, scales_[j]);
+    }
+
+    for (std::size_t i = 0; i < size_; ++i) {
+        double* const target = row(i) + begin;
+        std::size_t due = 0;
+        if (i >= first && i < first + steps_) {
+            due = i - first;
+            std::copy_n(pivots.data() + due * kStrip, columns, target);
+        }
+        addRows(target, columns, pivots, factorRow(i), due, steps_);
+    }
+}
+
+/// Adds to `target` the pivot rows from `begin` to `end`, in order, each times its factor. A factor
+/// of 0 adds nothing: not even a zero, which could turn -0 into 0 or meet an infinity.
+void GaussJordan::addRows(double* target, std::size_t columns, const Strip& rows,
+                          const double* factors, std::size_t begin, std::size_t end) {
+    std::array<const double*, kPanel> due{};
+    std::array<double, kPanel> f{};
+    std::size_t count = 0;
+    for (std::size_t j = begin; j < end; ++j) {
+        due[count] = rows.data() + j * kStrip;
+        f[count] = factors[j];
+        count += factors[j] != 0.0 ? 1 : 0;
+    }
+    std::size_t done = 0;
+    for (; done + 8 <= count; done += 8)
+        addEightRows(target, &due[done], &f[done], columns);
+    for (; done < count; ++done)
+        addRow(target, due[done], f[done], columns);
+}

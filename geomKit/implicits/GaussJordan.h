@@ -1,0 +1,63 @@
+/// @file
+/// Gauss-Jordan elimination with delayed updates. Internal to `DenseMatrix`: not installed.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+/// Reduces the leading square block of a row-major matrix to the identity, by the steps that
+/// `DenseMatrix::invert` documents, and applies the same row operations to the columns beside it.
+///
+/// A plain triple loop touches the whole matrix once a pivot and waits for memory. Here a panel of
+/// pivots is eliminated within its own few columns first; every other column is then visited once
+/// a panel and catches up on the panel's pivots, one after the other, while it lies in the cache.
+class GaussJordan {
+public:
+    enum class Mode {
+        /// Every column receives every operation.
+        KeepColumns,
+        /// Column k, once reduced, makes way for the column of the inverse that stops being an
+        /// identity column at that step: half the work. It stops at anything that is not finite,
+        /// since zeros that this leaves out would have become NaN.
+        InPlace
+    };
+    enum class Outcome { Complete, ZeroPivot, NotFinite };
+
+    /// `entries` holds `size` rows of `width` >= `size` entries.
+    GaussJordan(double* entries, std::size_t size, std::size_t width, Mode mode);
+
+    Outcome run();
+
+    /// The row that the elimination took at each step, as numbered at that step.
+    const std::vector<std::size_t>& pivotRows() const { return pivotRows_; }
+
+private:
+    /// Pivots of a panel, and columns of a strip: one strip of a panel's pivot rows is 16 KiB.
+    static constexpr std::size_t kPanel = 32;
+    static constexpr std::size_t kStrip = 64;
+    using Strip = std::array<double, kPanel * kStrip>;
+
+    double* row(std::size_t i) { return entries_ + i * width_; }
+    double* panelRow(std::size_t i) { return panel_.data() + i * kPanel; }
+    double* factorRow(std::size_t i) { return factors_.data() + i * kPanel; }
+
+    Outcome reducePanel(std::size_t first, std::size_t last);
+    Outcome step(std::size_t k, std::size_t j, std::size_t panelWidth);
+    std::size_t findPivot(std::size_t k, std::size_t j);
+    bool isColumnFinite(std::size_t j);
+    void catchUp(std::size_t first, std::size_t begin, std::size_t end);
+    void catchUpStrip(std::size_t first, std::size_t begin, std::size_t columns);
+    void addRows(double* target, std::size_t columns, const Strip& rows, const double* factors,
+                 std::size_t begin, std::size_t end);
+
+    double* entries_;
+    std::size_t size_;
+    std::size_t width_;
+    Mode mode_;
+    std::vector<std::size_t> pivotRows_;
+    std::vector<double> panel_;    ///< the panel's columns, packed
+    std::vector<double> factors_;  ///< f of each row and pivot of the panel; 0 where nothing is due
+    std::array<double, kPanel> scales_{};
+    std::size_t steps_ = 0;  ///< pivots of the panel that have been eliminated
+};
