@@ -3,21 +3,24 @@
 #include <algorithm>
 #include <cmath>
 
+#include "geomKit/implicits/WideCall.h"
+
 namespace {
 
-void scaleRow(double* row, std::size_t columns, double s) {
+GEOMKIT_INLINE_KERNEL void scaleRow(double* row, std::size_t columns, double s) {
     for (std::size_t c = 0; c < columns; ++c)
         row[c] *= s;
 }
 
-void addRow(double* __restrict target, const double* row, double f, std::size_t columns) {
+GEOMKIT_INLINE_KERNEL void addRow(double* __restrict target, const double* row, double f,
+                                  std::size_t columns) {
     for (std::size_t c = 0; c < columns; ++c)
         target[c] = row[c] * f + target[c];
 }
 
 /// Eight `addRow` in turn with the target held in a register.
-void addEightRows(double* __restrict target, const double* const* rows, const double* f,
-                  std::size_t columns) {
+GEOMKIT_INLINE_KERNEL void addEightRows(double* __restrict target, const double* const* rows,
+                                        const double* f, std::size_t columns) {
     const double* const r0 = rows[0];
     const double* const r1 = rows[1];
     const double* const r2 = rows[2];
@@ -101,10 +104,10 @@ GaussJordan::Outcome GaussJordan::step(std::size_t k, std::size_t j, std::size_t
     factorRow(k)[j] = 0.0;
     if (inPlace) panelRow(k)[j] = 1.0;
 
-    scaleRow(panelRow(k), panelWidth, s);
+    callWide<scaleRow>(panelRow(k), panelWidth, s);
     for (std::size_t i = 0; i < size_; ++i) {
         const double f = factorRow(i)[j];
-        if (f != 0.0) addRow(panelRow(i), panelRow(k), f, panelWidth);
+        if (f != 0.0) callWide<addRow>(panelRow(i), panelRow(k), f, panelWidth);
     }
     return Outcome::Complete;
 }
@@ -147,7 +150,7 @@ void GaussJordan::catchUpStrip(std::size_t first, std::size_t begin, std::size_t
         double* const pivot = pivots.data() + j * kStrip;
         std::copy_n(row(first + j) + begin, columns, pivot);
         addRows(pivot, columns, pivots, factorRow(first + j), 0, j);
-        scaleRow(pivot, columns, scales_[j]);
+        callWide<scaleRow>(pivot, columns, scales_[j]);
     }
 
     for (std::size_t i = 0; i < size_; ++i) {
@@ -175,7 +178,7 @@ void GaussJordan::addRows(double* target, std::size_t columns, const Strip& rows
     }
     std::size_t done = 0;
     for (; done + 8 <= count; done += 8)
-        addEightRows(target, &due[done], &f[done], columns);
+        callWide<addEightRows>(target, &due[done], &f[done], columns);
     for (; done < count; ++done)
-        addRow(target, due[done], f[done], columns);
+        callWide<addRow>(target, due[done], f[done], columns);
 }

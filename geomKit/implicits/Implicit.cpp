@@ -1,10 +1,10 @@
 #include "geomKit/implicits/Implicit.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "geomKit/implicits/DenseMatrix.h"
+#include "geomKit/implicits/RadialSums.h"
 
 namespace {
 
@@ -12,12 +12,6 @@ using Samples = std::vector<std::pair<Vector3, double>>;
 
 /// Rows that the polynomial adds to the system: 1, x, y, z.
 constexpr std::size_t kPolynomialTerms = 4;
-
-/// Terms computed side by side before they are added one after the other.
-constexpr std::size_t kTerms = 16;
-
-/// Points that go through the samples side by side.
-constexpr std::size_t kLanes = 16;
 
 /// [K P; P^T 0]: K the cubed distances between the samples, P their rows (1, x, y, z).
 DenseMatrix buildSystem(const Samples& samples) {
@@ -40,75 +34,14 @@ DenseMatrix buildSystem(const Samples& samples) {
     return A;
 }
 
-/// As many points side by side as go through the samples together.
-struct Lanes {
-    std::array<double, kLanes> x;
-    std::array<double, kLanes> y;
-    std::array<double, kLanes> z;
-
-    explicit Lanes(const Vector3* points) {
-        for (std::size_t l = 0; l < kLanes; ++l) {
-            x[l] = points[l].x;
-            y[l] = points[l].y;
-            z[l] = points[l].z;
-        }
-    }
-};
-
-/// Centres that have a weight.
-std::size_t termCount(const Implicit& field) {
-    return (std::min)(field.centers.size(), field.weights.size());
+RadialTerms termsOf(const Implicit& field) {
+    return {field.centers.data(), field.weights.data(),
+            (std::min)(field.centers.size(), field.weights.size())};
 }
 
 double polynomial(const Implicit& field, const Vector3& p) {
     const Vector3& a = field.linear;
     return field.offset + (a.z * p.z + (a.x * p.x + a.y * p.y));
-}
-
-void evaluateLanes(const Implicit& field, const Vector3* points, double* values) {
-    const Lanes p(points);
-    std::array<double, kLanes> sum;
-    for (std::size_t l = 0; l < kLanes; ++l)
-        sum[l] = polynomial(field, points[l]);
-    const std::size_t n = termCount(field);
-    for (std::size_t i = 0; i < n; ++i) {
-        const Vector3 c = field.centers[i];
-        const double w = field.weights[i];
-        for (std::size_t l = 0; l < kLanes; ++l) {
-            const double dx = p.x[l] - c.x;
-            const double dy = p.y[l] - c.y;
-            const double dz = p.z[l] - c.z;
-            const double s = dz * dz + (dx * dx + dy * dy);
-            sum[l] = (s * std::sqrt(s)) * w + sum[l];
-        }
-    }
-    std::copy(sum.begin(), sum.end(), values);
-}
-
-void getGradientLanes(const Implicit& field, const Vector3* points, Vector3* gradients) {
-    const Lanes p(points);
-    std::array<double, kLanes> gx;
-    std::array<double, kLanes> gy;
-    std::array<double, kLanes> gz;
-    gx.fill(field.linear.x);
-    gy.fill(field.linear.y);
-    gz.fill(field.linear.z);
-    const std::size_t n = termCount(field);
-    for (std::size_t i = 0; i < n; ++i) {
-        const Vector3 c = field.centers[i];
-        const double w = field.weights[i];
-        for (std::size_t l = 0; l < kLanes; ++l) {
-            const double dx = p.x[l] - c.x;
-            const double dy = p.y[l] - c.y;
-            const double dz = p.z[l] - c.z;
-            const double r3 = 3.0 * std::sqrt(dz * dz + dx * dx + dy * dy);
-            gx[l] += dx * r3 * w;
-            gy[l] += dy * r3 * w;
-            gz[l] += dz * r3 * w;
-        }
-    }
-    for (std::size_t l = 0; l < kLanes; ++l)
-        gradients[l] = Vector3(gx[l], gy[l], gz[l]);
 }
 
 }  // namespace
@@ -130,65 +63,31 @@ Implicit::Implicit(const Samples& samples) {
 }
 
 double Implicit::evaluate(const Vector3& p) const {
-    double sum = polynomial(*this, p);
-    std::array<double, kTerms> terms;
-    const std::size_t n = termCount(*this);
-    for (std::size_t first = 0; first < n; first += kTerms) {
-        const std::size_t count = (std::min)(kTerms, n - first);
-        const Vector3* const c = &centers[first];
-        const double* const w = &weights[first];
-        for (std::size_t i = 0; i < count; ++i) {
-            const double dx = p.x - c[i].x;
-            const double dy = p.y - c[i].y;
-            const double dz = p.z - c[i].z;
-            const double s = dz * dz + (dx * dx + dy * dy);
-            terms[i] = (s * std::sqrt(s)) * w[i];
-        }
-        for (std::size_t i = 0; i < count; ++i)
-            sum = terms[i] + sum;
-    }
-    return sum;
+    return addTerms(termsOf(*this), p, polynomial(*this, p));
 }
 
 Vector3 Implicit::getGradient(const Vector3& p) const {
-    Vector3 gradient = linear;
-    std::array<double, kTerms> x;
-    std::array<double, kTerms> y;
-    std::array<double, kTerms> z;
-    const std::size_t n = termCount(*this);
-    for (std::size_t first = 0; first < n; first += kTerms) {
-        const std::size_t count = (std::min)(kTerms, n - first);
-        const Vector3* const c = &centers[first];
-        const double* const w = &weights[first];
-        for (std::size_t i = 0; i < count; ++i) {
-            const double dx = p.x - c[i].x;
-            const double dy = p.y - c[i].y;
-            const double dz = p.z - c[i].z;
-            const double r3 = 3.0 * std::sqrt(dz * dz + dx * dx + dy * dy);
-            x[i] = dx * r3 * w[i];
-            y[i] = dy * r3 * w[i];
-            z[i] = dz * r3 * w[i];
-        }
-        for (std::size_t i = 0; i < count; ++i)
-            gradient += Vector3(x[i], y[i], z[i]);
-    }
-    return gradient;
+    return addGradients(termsOf(*this), p, linear);
 }
 
 void Implicit::evaluate(const Vector3* points, double* values, std::size_t count) const {
+    const RadialTerms terms = termsOf(*this);
+    for (std::size_t i = 0; i < count; ++i)
+        values[i] = polynomial(*this, points[i]);
     std::size_t i = 0;
     for (; i + kLanes <= count; i += kLanes)
-        evaluateLanes(*this, points + i, values + i);
+        addTermsToLanes(terms, points + i, values + i);
     for (; i < count; ++i)
-        values[i] = evaluate(points[i]);
+        values[i] = addTerms(terms, points[i], values[i]);
 }
 
 void Implicit::getGradient(const Vector3* points, Vector3* gradients, std::size_t count) const {
+    const RadialTerms terms = termsOf(*this);
     std::size_t i = 0;
     for (; i + kLanes <= count; i += kLanes)
-        getGradientLanes(*this, points + i, gradients + i);
+        addGradientsToLanes(terms, points + i, linear, gradients + i);
     for (; i < count; ++i)
-        gradients[i] = getGradient(points[i]);
+        gradients[i] = addGradients(terms, points[i], linear);
 }
 
 double Implicit::maxResidual(const Samples& samples) const {
