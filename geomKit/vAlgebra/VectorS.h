@@ -1,0 +1,25 @@
+/// @file
+/// The saved form of `Vector3`.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "geomKit/export.h"
+#include "geomKit/vAlgebra/Vector3.h"
+#include "host/tags/SimpleTypeHandler.h"
+
+/// A vector as one empty tag with the attributes "x", "y" and "z".
+///
+/// The numbers have 15 significant digits: what loads back is equal to so many, not bit for bit.
+/// Infinities and NaN are written ("inf", "-inf", "nan", "-nan") but are malformed numbers to the
+/// reader, which reports them and stores 0. A missing attribute is reported and leaves its
+/// component as it was.
+template <>
+class GEOMKIT_API SimpleTypeHandler<Vector3> final : public TypeHandler<Vector3> {
+public:
+    static const std::array<std::string, 3> _attrs;
+
+    void save(const Vector3& value, OutTag& tag) const override;
+    void load(Vector3& value, InTag& tag) const override;
+};

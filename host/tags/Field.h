@@ -1,0 +1,36 @@
+/// @file
+/// `Field`, one named part of the saved form of a class.
+#pragma once
+
+#include <string>
+
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+#include <boost/smart_ptr/intrusive_ref_counter.hpp>
+
+#include "host/tags/export.h"
+
+class InTag;
+class OutTag;
+class Serializable;
+
+/// A part of every object of some class: how it is written as a child tag of the object's tag, and
+/// read back. Fields are immutable, shared by `boost::intrusive_ptr` and safe in any number of
+/// threads.
+class GEOMKIT_TAGS_API Field : public boost::intrusive_ref_counter<Field> {
+public:
+    explicit Field(std::string name);
+    virtual ~Field();
+    Field(const Field&) = delete;
+    Field& operator=(const Field&) = delete;
+
+    /// The name of the field's tag.
+    const std::string& name() const { return name_; }
+
+    /// Writes the field of an object as a child tag.
+    virtual void save(const Serializable& object, OutTag& parent) const = 0;
+    /// Reads the field's tag into an object.
+    virtual void load(Serializable& object, InTag& tag) const = 0;
+
+private:
+    std::string name_;
+};

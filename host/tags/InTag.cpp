@@ -1,0 +1,81 @@
+#include "host/tags/InTag.h"
+
+#include <istream>
+#include <iterator>
+#include <locale>
+#include <sstream>
+
+#include "host/tags/numberText.h"
+
+namespace {
+
+constexpr std::size_t kQuoteSize = 40;
+
+/// The beginning of a text, short enough for a message.
+std::string quote(std::string_view text) {
+    std::string result = "\"" + std::string(text.substr(0, kQuoteSize));
+    return result + (text.size() > kQuoteSize ? "...\"" : "\"");
+}
+
+std::string_view trimmed(std::string_view text) {
+    constexpr const char* kBlanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+template <typename T>
+void readAsStream(const InTag& tag, std::string_view text, T& value) {
+    std::istringstream is{std::string(text)};
+    is.imbue(std::locale::classic());
+    is >> value;
+    tag.checkEndText(is);
+}
+
+}  // namespace
+
+void InTag::readAttr(const std::string& name, double& value) const {
+    const std::string_view text = getAttr(name);
+    if (readPlain(text, value)) return;
+    if (text.data() == nullptr) {
+        report("missing attribute \"" + name + "\"", "the number keeps its value");
+        return;
+    }
+    readAsStream(*this, text, value);
+}
+
+void InTag::readValue(int& value) {
+    const std::string_view content = text();
+    if (!readPlain(content, value)) readAsStream(*this, content, value);
+}
+
+void InTag::readValue(float& value) {
+    const std::string_view content = text();
+    if (readPlain(content, value) || readNonFinite(trimmed(content), value)) return;
+    readAsStream(*this, content, value);
+}
+
+void InTag::readValue(bool& value) {
+    const std::string_view content = trimmed(text());
+    const bool isTrue = content == "true" || content == "1";
+    if (isTrue || content == "false" || content == "0") {
+        value = isTrue;
+    } else {
+        report("malformed truth value " + quote(content), "it keeps its value");
+    }
+}
+
+bool InTag::checkEndText(std::istream& is) const {
+    const bool wasRead = !is.fail();
+    is.clear();
+    const std::string rest{std::istreambuf_iterator<char>(is), std::istreambuf_iterator<char>()};
+    const std::string_view left = trimmed(rest);
+    if (!wasRead) {
+        report(
+            left.empty() ? "malformed or missing number" : "malformed number before " + quote(left),
+            "the value is what could be read");
+    } else if (!left.empty()) {
+        report("text after the value: " + quote(left), "it was ignored");
+    }
+    return wasRead && left.empty();
+}

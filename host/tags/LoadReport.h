@@ -1,0 +1,40 @@
+/// @file
+/// `LoadReport`, what was found amiss while a document was loaded.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "host/tags/export.h"
+
+/// One fault of a document.
+struct LoadProblem {
+    /// Counted from 1, in characters of the document's encoding as bytes of UTF-8; 0 when the fault
+    /// has no place, as with a file that cannot be opened.
+    std::size_t line = 0;
+    std::size_t column = 0;
+    /// The tags from the root to the fault, as "MeshFunction2D/params/param[3]": the number counts
+    /// the tags of that name within their parent from 1 and is left out when there is only one.
+    std::string path;
+    std::string what;
+    /// What the loader did about it.
+    std::string done;
+
+    /// All of it in one line.
+    GEOMKIT_TAGS_API std::string text() const;
+};
+
+/// The faults of a document in the order in which they were met.
+struct LoadReport {
+    /// A file that is wrong throughout must not fill the memory with messages.
+    static constexpr std::size_t kMaxProblems = 100;
+
+    std::vector<LoadProblem> problems;
+    /// How many more there were.
+    std::size_t omitted = 0;
+
+    bool isClean() const { return problems.empty(); }
+    /// One line for each problem.
+    GEOMKIT_TAGS_API std::string text() const;
+};

@@ -1,0 +1,41 @@
+/// @file
+/// `SerializableFactory`, registers a class with the framework.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <typeinfo>
+
+#include "host/tags/FactoryByName.h"
+#include "host/tags/FactoryByTypeID.h"
+#include "host/tags/Serializable.h"
+
+/// Makes empty objects of the class `T`, and is registered by class name and by type as long as it
+/// lives. One in static storage beside the class registers it when its library is loaded. A class
+/// without a default constructor specialises `create`.
+template <typename T>
+class SerializableFactory final : public FactoryByName, public FactoryByTypeID {
+public:
+    explicit SerializableFactory(const std::string& className);
+    ~SerializableFactory();
+
+    std::unique_ptr<Serializable> create() const override;
+};
+
+template <typename T>
+SerializableFactory<T>::SerializableFactory(const std::string& className)
+    : FactoryByName(className), FactoryByTypeID(typeid(T), className) {
+    FactoryByName::_reg.add(this);
+    FactoryByTypeID::_reg.add(this);
+}
+
+template <typename T>
+SerializableFactory<T>::~SerializableFactory() {
+    FactoryByTypeID::_reg.remove(this);
+    FactoryByName::_reg.remove(this);
+}
+
+template <typename T>
+std::unique_ptr<Serializable> SerializableFactory<T>::create() const {
+    return std::make_unique<T>();
+}

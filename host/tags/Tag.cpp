@@ -1,0 +1,3 @@
+#include "host/tags/Tag.h"
+
+Tag::~Tag() = default;

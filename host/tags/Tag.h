@@ -1,0 +1,25 @@
+/// @file
+/// `Tag`, what input and output tags have in common: a name and attributes.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "host/tags/export.h"
+
+/// One tag of a document while it is read or written.
+class GEOMKIT_TAGS_API Tag {
+public:
+    virtual ~Tag();
+    Tag(const Tag&) = delete;
+    Tag& operator=(const Tag&) = delete;
+
+    virtual std::string_view name() const = 0;
+
+    /// The text of the named attribute; empty, with a null `data()`, when the tag has none of that
+    /// name. It lives as long as the tag, or until the attribute is set anew.
+    virtual std::string_view getAttr(const std::string& name) const = 0;
+
+protected:
+    Tag() = default;
+};

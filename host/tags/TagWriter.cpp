@@ -1,0 +1,72 @@
+#include "host/tags/TagWriter.h"
+
+#include <ostream>
+
+#include "host/tags/numberText.h"
+
+namespace {
+
+constexpr std::size_t kPieceSize = std::size_t{1} << 16;
+constexpr std::size_t kIndent = 2;
+
+/// Characters that mean markup, or that a reader would normalise away.
+bool needsEscape(char c) {
+    return static_cast<unsigned char>(c) < 0x20 || c == '<' || c == '>' || c == '&' || c == '"';
+}
+
+}  // namespace
+
+TagWriter::TagWriter(std::ostream& document) : document_(document) {
+    buffer_.reserve(kPieceSize + kPieceSize / 8);
+    put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+}
+
+TagWriter::~TagWriter() {
+    put('\n');
+    flush();
+}
+
+void TagWriter::flush() {
+    document_.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+    buffer_.clear();
+}
+
+void TagWriter::startLine() {
+    if (buffer_.size() >= kPieceSize) flush();
+    buffer_.push_back('\n');
+    buffer_.append(depth_ * kIndent, ' ');
+}
+
+void TagWriter::putEscaped(std::string_view text) {
+    for (const char c : text) {
+        if (!needsEscape(c)) {
+            put(c);
+        } else if (c == '<') {
+            put("&lt;");
+        } else if (c == '>') {
+            put("&gt;");
+        } else if (c == '&') {
+            put("&amp;");
+        } else if (c == '"') {
+            put("&quot;");
+        } else if (c == '\0') {
+            put("\xEF\xBF\xBD");  // no document can hold it: the replacement character
+        } else {
+            put("&#");
+            put(NumberText(int{c}).view());
+            put(';');
+        }
+    }
+}
+
+std::unique_ptr<AttrMap> TagWriter::takeMap() {
+    if (spareMaps_.empty()) return std::make_unique<AttrMap>();
+    std::unique_ptr<AttrMap> map = std::move(spareMaps_.back());
+    spareMaps_.pop_back();
+    return map;
+}
+
+void TagWriter::giveBack(std::unique_ptr<AttrMap> map) {
+    map->clear();
+    spareMaps_.push_back(std::move(map));
+}

@@ -1,0 +1,52 @@
+#include "host/tags/getSingularName.h"
+
+#include <string_view>
+
+namespace {
+
+struct Ending {
+    std::string_view plural;
+    std::string_view singular;
+};
+
+/// The first that fits applies. A capital first letter is met by leaving it out.
+constexpr Ending kEndings[] = {
+    {"ertices", "ertex"},
+    {"ndices", "ndex"},
+    {"atrices", "atrix"},
+    {"hildren", "hild"},
+    {"eople", "erson"},
+    {"xes", "x"},
+    {"series", "series"},
+    {"pecies", "pecies"},
+    {"ies", "y"},
+    {"ches", "ch"},
+    {"shes", "sh"},
+    {"sses", "ss"},
+    {"zzes", "zz"},
+    {"uses", "us"},
+    {"leaves", "leaf"},
+    {"halves", "half"},
+    {"shelves", "shelf"},
+    {"lves", "lf"},
+    {"oes", "o"},
+    {"ss", "ss"},
+    {"us", "us"},
+    {"is", "is"},
+    {"s", ""},
+};
+
+bool endsWith(std::string_view text, std::string_view ending) {
+    return text.size() > ending.size() && text.substr(text.size() - ending.size()) == ending;
+}
+
+}  // namespace
+
+std::string getSingularName(const std::string& name) {
+    for (const Ending& ending : kEndings) {
+        if (endsWith(name, ending.plural)) {
+            return name.substr(0, name.size() - ending.plural.size()).append(ending.singular);
+        }
+    }
+    return name;
+}

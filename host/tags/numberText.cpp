@@ -1,0 +1,95 @@
+#include "host/tags/numberText.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+/// Enough for every decimal number of 15 digits, and what the vectors of documents hold.
+constexpr int kStreamPrecision = 15;
+
+constexpr std::uint32_t kSignBit = 0x80000000u;
+constexpr std::uint32_t kUsualNan = 0x7fc00000u;
+
+std::uint32_t bitsOf(float value) {
+    std::uint32_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
+/// The text starts as a number does, so that `from_chars` reads neither "inf" nor "nan".
+bool startsPlain(std::string_view text) {
+    const std::size_t first = !text.empty() && text[0] == '-' ? 1 : 0;
+    return first < text.size() &&
+           ((text[first] >= '0' && text[first] <= '9') || text[first] == '.');
+}
+
+template <typename T>
+bool readWhole(std::string_view text, T& value) {
+    if (!startsPlain(text)) return false;
+    T read{};
+    const char* const end = text.data() + text.size();
+    const std::from_chars_result result = std::from_chars(text.data(), end, read);
+    if (result.ec != std::errc() || result.ptr != end) return false;
+    value = read;
+    return true;
+}
+
+}  // namespace
+
+NumberText::NumberText(int value) {
+    endAt(std::to_chars(chars_, end(), value).ptr);
+}
+
+NumberText::NumberText(double value) {
+    endAt(std::to_chars(chars_, end(), value, std::chars_format::general, kStreamPrecision).ptr);
+}
+
+NumberText::NumberText(float value) {
+    if (std::isnan(value) && (bitsOf(value) & ~kSignBit) != kUsualNan) {
+        std::memcpy(chars_, "nan(", 4);
+        char* last = std::to_chars(chars_ + 4, end(), bitsOf(value), 16).ptr;
+        *last++ = ')';
+        endAt(last);
+        return;
+    }
+    endAt(std::to_chars(chars_, end(), value).ptr);
+}
+
+bool readPlain(std::string_view text, double& value) {
+    return readWhole(text, value);
+}
+
+bool readPlain(std::string_view text, float& value) {
+    return readWhole(text, value);
+}
+
+bool readPlain(std::string_view text, int& value) {
+    return readWhole(text, value);
+}
+
+bool readNonFinite(std::string_view text, float& value) {
+    const bool negative = !text.empty() && text[0] == '-';
+    if (negative) text.remove_prefix(1);
+    std::uint32_t bits = 0;
+    if (text == "inf") {
+        bits = bitsOf(std::numeric_limits<float>::infinity());
+    } else if (text == "nan") {
+        bits = kUsualNan;
+    } else if (!negative && text.size() > 5 && text.substr(0, 4) == "nan(" && text.back() == ')') {
+        const char* const end = text.data() + text.size() - 1;
+        const std::from_chars_result result = std::from_chars(text.data() + 4, end, bits, 16);
+        if (result.ec != std::errc() || result.ptr != end) return false;
+    } else {
+        return false;
+    }
+    if (negative) bits |= kSignBit;
+    float read = 0.0f;
+    std::memcpy(&read, &bits, sizeof read);
+    if (text.size() > 3 && !std::isnan(read)) return false;
+    std::memcpy(&value, &bits, sizeof value);
+    return true;
+}
