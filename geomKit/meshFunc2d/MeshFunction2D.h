@@ -7,9 +7,13 @@
 #include <memory>
 #include <vector>
 
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
 #include "geomKit/export.h"
+#include "geomKit/meshFunc2d/MeshFunction2DCheck.h"
 #include "geomKit/meshFunc2d/vect2.h"
 #include "geomKit/queries/PolylineProjector.h"
+#include "host/tags/Serializable.h"
 
 class FacetIndex;
 struct FacetWeights;
@@ -25,7 +29,7 @@ struct FacetWeights;
 /// along one axis.
 ///
 /// All const members may be called concurrently on one object. None of them allocates.
-class GEOMKIT_API MeshFunction2D {
+class GEOMKIT_API MeshFunction2D : public Serializable {
 public:
     using Point = ktNM::vect2<double>;
 
@@ -61,12 +65,23 @@ public:
     /// facets before floats.
     MeshFunction2D(const std::vector<Point>& params, const std::vector<Point>& values,
                    const std::vector<int>& facets, const std::vector<float>& normaldots);
-    ~MeshFunction2D();
+    ~MeshFunction2D() override;
     MeshFunction2D(const MeshFunction2D&) = delete;
     MeshFunction2D& operator=(const MeshFunction2D&) = delete;
 
     /// A heap object that the caller owns, with copies of everything; nothing is recomputed.
     MeshFunction2D* copy() const;
+
+    /// Reads the data sequences and the flag from a document and calls `initEvaluatorHelper`. The
+    /// sequences are taken as they stand: see `check`.
+    void load(InTag& tag, boost::intrusive_ptr<Field> field) override;
+    /// "super", "params", "values", "normaldots", "facets" and "extrapolateFlag".
+    const boost::intrusive_ptr<CompositeField>& classField() const override;
+
+    /// Whether the data hold together: `params` and `values` of one length, whole triples, valid
+    /// indices, finite coordinates. Queries are safe in any case; a host that loads files from
+    /// strangers learns here that facets will be missing. Linear in the data.
+    MeshFunction2DCheck check() const;
 
     /// Rebuilds the grid and, when `extrapolateFlag` is set, the boundaries. Without points, or
     /// when the bounding box has a squared diagonal below 1e-16, there is no grid, every query

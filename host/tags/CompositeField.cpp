@@ -1,5 +1,7 @@
 #include "host/tags/CompositeField.h"
 
+#include <vector>
+
 #include "host/tags/InTag.h"
 #include "host/tags/OutTag.h"
 
@@ -24,12 +26,29 @@ void CompositeField::saveInto(const Serializable& object, OutTag& tag) const {
 }
 
 void CompositeField::load(Serializable& object, InTag& tag) const {
+    struct Part {
+        const Field& field;
+        Serializable& object;
+        bool wasMet;
+    };
+    std::vector<Part> parts;
+    parts.reserve(desc_.fields().size());
     InTag::NameMap names;
     names.reserve(desc_.fields().size());
     for (const auto& field : desc_.fields()) {
-        names.emplace_back(field->name(), [&object, part = field.get()](InTag& child) {
-            part->load(object, child);
+        Part& part = parts.emplace_back(Part{*field, object, false});
+        names.emplace_back(field->name(), [&part](InTag& child) {
+            part.wasMet = true;
+            part.field.load(part.object, child);
         });
     }
     tag.readBody(this, names);
+    for (const Part& part : parts) {
+        if (part.wasMet || !part.field.isNeeded()) continue;
+        tag.report("missing tag \"" + part.field.name() + "\"", "the field keeps its value");
+    }
+}
+
+bool CompositeField::isNeeded() const {
+    return !desc_.fields().empty();
 }

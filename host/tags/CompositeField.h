@@ -19,6 +19,8 @@ public:
 
     void save(const Serializable& object, OutTag& parent) const override;
     void load(Serializable& object, InTag& tag) const override;
+    /// False when the class has no fields.
+    bool isNeeded() const override;
 
     /// Writes the fields into a tag that exists already; a single tag when there are none.
     void saveInto(const Serializable& object, OutTag& tag) const;

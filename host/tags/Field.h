@@ -30,6 +30,8 @@ public:
     virtual void save(const Serializable& object, OutTag& parent) const = 0;
     /// Reads the field's tag into an object.
     virtual void load(Serializable& object, InTag& tag) const = 0;
+    /// Whether its absence from a document is reported.
+    virtual bool isNeeded() const { return true; }
 
 private:
     std::string name_;

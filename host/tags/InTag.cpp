@@ -37,11 +37,13 @@ void readAsStream(const InTag& tag, std::string_view text, T& value) {
 void InTag::readAttr(const std::string& name, double& value) const {
     const std::string_view text = getAttr(name);
     if (readPlain(text, value)) return;
+    attribute_ = name;
     if (text.data() == nullptr) {
-        report("missing attribute \"" + name + "\"", "the number keeps its value");
-        return;
+        report("missing attribute", "the number keeps its value");
+    } else {
+        readAsStream(*this, text, value);
     }
-    readAsStream(*this, text, value);
+    attribute_ = {};
 }
 
 void InTag::readValue(int& value) {
@@ -68,14 +70,13 @@ void InTag::readValue(bool& value) {
 bool InTag::checkEndText(std::istream& is) const {
     const bool wasRead = !is.fail();
     is.clear();
-    const std::string rest{std::istreambuf_iterator<char>(is), std::istreambuf_iterator<char>()};
-    const std::string_view left = trimmed(rest);
+    if (!wasRead) is.seekg(0);
+    const std::string text{std::istreambuf_iterator<char>(is), std::istreambuf_iterator<char>()};
+    const std::string_view rest = trimmed(text);
     if (!wasRead) {
-        report(
-            left.empty() ? "malformed or missing number" : "malformed number before " + quote(left),
-            "the value is what could be read");
-    } else if (!left.empty()) {
-        report("text after the value: " + quote(left), "it was ignored");
+        report("malformed number " + quote(rest), "the value is what could be read of it");
+    } else if (!rest.empty()) {
+        report("text after the number: " + quote(rest), "it was ignored");
     }
-    return wasRead && left.empty();
+    return wasRead && rest.empty();
 }

@@ -28,10 +28,10 @@ public:
 
     /// Hands each child tag to the reader of its name and consumes this tag to its end.
     ///
-    /// With a field (the one whose parts the children are) each name is expected once: absent and
-    /// repeated children are reported. With none, children may come in any number. Reported and
-    /// skipped in either case: child tags of other names, attributes that were not read, text that
-    /// was not read, and what is nested more than 256 deep.
+    /// With a field, the one whose parts the children are, a name that comes again is reported and
+    /// skipped. With none, children may come in any number. Reported and skipped in either case:
+    /// child tags of other names, attributes that were not read, text that was not read, and what
+    /// is nested more than 256 deep.
     virtual void readBody(const Field* field, const NameMap& names) = 0;
 
     /// The text of the tag without its comments. It lives as long as the tag.
@@ -57,4 +57,11 @@ public:
     /// True when the value was read and nothing but blanks follows it in the stream; a malformed
     /// value is reported otherwise.
     bool checkEndText(std::istream& is) const;
+
+protected:
+    /// The attribute that is being read, for reports; empty between attributes.
+    std::string_view attributeInReading() const { return attribute_; }
+
+private:
+    mutable std::string_view attribute_;
 };

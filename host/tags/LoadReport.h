@@ -10,12 +10,13 @@
 
 /// One fault of a document.
 struct LoadProblem {
-    /// Counted from 1, in characters of the document's encoding as bytes of UTF-8; 0 when the fault
-    /// has no place, as with a file that cannot be opened.
+    /// Where the faulty tag starts: lines and characters counted from 1, whatever the encoding. 0
+    /// when the fault has no place, as with a file that cannot be opened.
     std::size_t line = 0;
     std::size_t column = 0;
-    /// The tags from the root to the fault, as "MeshFunction2D/params/param[3]": the number counts
-    /// the tags of that name within their parent from 1 and is left out when there is only one.
+    /// The tags from the root to the fault, as "MeshFunction2D/params/param[3]/@u": the number
+    /// counts the tags of that name within their parent from 1 and is left out when there is only
+    /// one; after the @ follows an attribute.
     std::string path;
     std::string what;
     /// What the loader did about it.

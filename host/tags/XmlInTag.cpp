@@ -102,9 +102,6 @@ void XmlInTag::readBody(const Field* field, const NameMap& names) {
         }
         readChild(child, entry->second);
     }
-    for (std::size_t i = 0; i < met.size(); ++i) {
-        if (!met[i]) report("missing tag \"" + names[i].first + "\"", "the field keeps its value");
-    }
 }
 
 void XmlInTag::readChild(pugi::xml_node child, const ChildReader& reader) {
@@ -158,5 +155,7 @@ std::string XmlInTag::path() const {
     if (before != 0 || node_.next_sibling(node_.name())) {
         result += '[' + std::to_string(before + 1) + ']';
     }
-    return parent_ == nullptr ? result : parent_->path() + '/' + result;
+    if (parent_ != nullptr) result = parent_->path() + '/' + result;
+    if (!attributeInReading().empty()) result += "/@" + std::string(attributeInReading());
+    return result;
 }

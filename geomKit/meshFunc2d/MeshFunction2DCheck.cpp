@@ -1,0 +1,59 @@
+#include "geomKit/meshFunc2d/MeshFunction2DCheck.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "geomKit/meshFunc2d/MeshFunction2D.h"
+
+namespace {
+
+using Fault = MeshFunction2DCheck::Fault;
+using Point = MeshFunction2D::Point;
+
+/// The index of the first point that is not finite; the size if all are.
+std::size_t firstNotFinite(const std::vector<Point>& points) {
+    const auto found = std::find_if(points.begin(), points.end(), [](const Point& p) {
+        return !std::isfinite(p.u) || !std::isfinite(p.v);
+    });
+    return static_cast<std::size_t>(found - points.begin());
+}
+
+}  // namespace
+
+std::string MeshFunction2DCheck::text() const {
+    const std::string at = "[" + std::to_string(index) + "]";
+    switch (fault) {
+        case Fault::LengthsDiffer:
+            return "params and values differ in length from " + at + " on";
+        case Fault::PartialTriple:
+            return "the triple at facets" + at + " is not whole";
+        case Fault::IndexOutOfRange:
+            return "facets" + at + " is not the index of a vertex";
+        case Fault::ParamNotFinite:
+            return "params" + at + " is not finite";
+        case Fault::ValueNotFinite:
+            return "values" + at + " is not finite";
+        case Fault::None:
+            break;
+    }
+    return "no fault";
+}
+
+MeshFunction2DCheck MeshFunction2D::check() const {
+    if (params.size() != values.size()) {
+        return {Fault::LengthsDiffer, (std::min)(params.size(), values.size())};
+    }
+    if (facets.size() % 3 != 0) return {Fault::PartialTriple, facets.size() / 3 * 3};
+    for (std::size_t i = 0; i < facets.size(); ++i) {
+        if (facets[i] < 0 || static_cast<std::size_t>(facets[i]) >= params.size()) {
+            return {Fault::IndexOutOfRange, i};
+        }
+    }
+    if (const std::size_t i = firstNotFinite(params); i < params.size()) {
+        return {Fault::ParamNotFinite, i};
+    }
+    if (const std::size_t i = firstNotFinite(values); i < values.size()) {
+        return {Fault::ValueNotFinite, i};
+    }
+    return {};
+}
