@@ -1,5 +1,7 @@
 #include "host/tags/XmlInTag.h"
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -14,8 +16,8 @@ bool _isText(pugi::xml_node node) {
     return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
 }
 
-bool _isBlank(std::string_view text) {
-    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+bool _isBlank(const char* text) {
+    return text[std::strspn(text, " \t\r\n")] == '\0';
 }
 
 /// Whether the tags within a tag reach deeper than a number of levels. Does not recurse.
@@ -41,12 +43,13 @@ bool _isDeeperThan(pugi::xml_node top, int levels) {
 /// The entry of a name, null if there is none. The one that is expected next is tried first, as
 /// fields usually come in the order of their description.
 const std::pair<std::string, InTag::ChildReader>* _find(const InTag::NameMap& names,
-                                                        std::string_view name, std::size_t next) {
-    if (next < names.size() && names[next].first == name) return &names[next];
-    for (const auto& entry : names) {
-        if (entry.first == name) return &entry;
-    }
-    return nullptr;
+                                                        const char* name, std::size_t next) {
+    const auto isIt = [name](const auto& entry) {
+        return std::strcmp(entry.first.c_str(), name) == 0;
+    };
+    if (next < names.size() && isIt(names[next])) return &names[next];
+    const auto found = std::find_if(names.begin(), names.end(), isIt);
+    return found == names.end() ? nullptr : &*found;
 }
 
 }  // namespace
@@ -55,38 +58,58 @@ XmlInTag::XmlInTag(XmlSource& source, pugi::xml_node node, const XmlInTag* paren
     : source_(source),
       node_(node),
       parent_(parent),
-      depth_(parent == nullptr ? 1 : parent->depth_ + 1) {}
+      depth_(parent == nullptr ? 1 : parent->depth_ + 1),
+      nextAttribute_(node.first_attribute()) {}
 
 std::string_view XmlInTag::getAttr(const std::string& name) const {
-    std::uint64_t bit = 1;
-    for (const pugi::xml_attribute attribute : node_.attributes()) {
-        if (name == attribute.name()) {
-            attributesRead_ |= bit;
-            return attribute.value();
-        }
-        bit <<= 1;
+    if (std::strcmp(name.c_str(), nextAttribute_.name()) == 0) {
+        const char* text = nextAttribute_.value();
+        nextAttribute_ = nextAttribute_.next_attribute();
+        return text;
     }
-    return {};
+    const pugi::xml_attribute found = node_.attribute(name.c_str());
+    if (!found) return {};
+    passedAttributes_.push_back(found);
+    return found.value();
 }
 
 std::string_view XmlInTag::text() {
     textWasRead_ = true;
-    if (!node_.first_child()) return node_.value();
+    pugi::xml_node child = node_.first_child();
+    hasNoChild_ = !child;
+    if (hasNoChild_) return node_.value();
     joinedText_ = node_.value();
-    for (const pugi::xml_node child : node_.children()) {
+    for (; child; child = child.next_sibling()) {
         if (_isText(child)) joinedText_ += child.value();
     }
     return joinedText_;
 }
 
 void XmlInTag::readBody(const Field* field, const NameMap& names) {
-    reportUnreadAttributes();
-    if (!textWasRead_) reportUnreadText();
+    if (nextAttribute_) reportUnreadAttributes();
+    if (hasNoChild_) return;
+    const pugi::xml_node first = node_.first_child();
+    const bool hasStrayText = !textWasRead_ && !_isBlank(node_.value());
+    const bool hasMoreText = first && readChildren(first, field, names);
+    if (hasStrayText || (hasMoreText && !textWasRead_)) {
+        report("text where only tags belong", "it was ignored");
+    }
+}
+
+bool XmlInTag::readChildren(pugi::xml_node child, const Field* field, const NameMap& names) {
+    bool hasText = false;
     std::vector<bool> met(field == nullptr ? 0 : names.size());
     std::size_t next = 0;
-    for (const pugi::xml_node child : node_.children()) {
-        if (child.type() != pugi::node_element) continue;
-        const auto* entry = _find(names, child.name(), next);
+    XmlInTag tag(source_, child, this);
+    for (;; child = child.next_sibling()) {
+        const char* const name = child.name();
+        if (*name == '\0') {
+            if (!child) return hasText;
+            // Comments are dropped: what has no name is text.
+            hasText = hasText || !_isBlank(child.value());
+            continue;
+        }
+        const auto* entry = _find(names, name, next);
         if (entry == nullptr) {
             skip(child, "unknown tag");
             continue;
@@ -100,17 +123,21 @@ void XmlInTag::readBody(const Field* field, const NameMap& names) {
             met[index] = true;
             next = index + 1;
         }
-        readChild(child, entry->second);
+        if (depth_ >= kMaxDepth) {
+            skip(child, "tag nested more than " + std::to_string(kMaxDepth) + " deep");
+            continue;
+        }
+        tag.moveTo(child);
+        entry->second(tag);
     }
 }
 
-void XmlInTag::readChild(pugi::xml_node child, const ChildReader& reader) {
-    if (depth_ >= kMaxDepth) {
-        skip(child, "tag nested more than " + std::to_string(kMaxDepth) + " deep");
-        return;
-    }
-    XmlInTag tag(source_, child, this);
-    reader(tag);
+void XmlInTag::moveTo(pugi::xml_node sibling) {
+    node_ = sibling;
+    nextAttribute_ = sibling.first_attribute();
+    passedAttributes_.clear();
+    textWasRead_ = false;
+    hasNoChild_ = false;
 }
 
 void XmlInTag::skip(pugi::xml_node child, std::string what) {
@@ -121,23 +148,14 @@ void XmlInTag::skip(pugi::xml_node child, std::string what) {
 }
 
 void XmlInTag::reportUnreadAttributes() const {
-    std::uint64_t bit = 1;
-    for (const pugi::xml_attribute attribute : node_.attributes()) {
-        if ((attributesRead_ & bit) == 0) {
-            report("unknown or repeated attribute \"" + std::string(attribute.name()) + "\"",
-                   "it was ignored");
+    for (pugi::xml_attribute unread = nextAttribute_; unread; unread = unread.next_attribute()) {
+        if (std::find(passedAttributes_.begin(), passedAttributes_.end(), unread) !=
+            passedAttributes_.end()) {
+            continue;
         }
-        bit <<= 1;
+        report("unknown or repeated attribute \"" + std::string(unread.name()) + "\"",
+               "it was ignored");
     }
-}
-
-void XmlInTag::reportUnreadText() const {
-    bool found = !_isBlank(node_.value());
-    for (pugi::xml_node child = node_.first_child(); child && !found;
-         child = child.next_sibling()) {
-        found = _isText(child) && !_isBlank(child.value());
-    }
-    if (found) report("text where only tags belong", "it was ignored");
 }
 
 void XmlInTag::report(std::string what, std::string done) const {

@@ -3,9 +3,9 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <pugixml.hpp>
 
@@ -24,17 +24,23 @@ public:
     void report(std::string what, std::string done) const override;
 
 private:
-    void readChild(pugi::xml_node child, const ChildReader& reader);
+    /// Reads the children from one on. Returns whether there was text among them.
+    bool readChildren(pugi::xml_node child, const Field* field, const NameMap& names);
+    /// Becomes the tag of another child of the same parent: cheaper than a new object.
+    void moveTo(pugi::xml_node sibling);
     void skip(pugi::xml_node child, std::string what);
     void reportUnreadAttributes() const;
-    void reportUnreadText() const;
     std::string path() const;
 
     XmlSource& source_;
     pugi::xml_node node_;
     const XmlInTag* parent_;
     int depth_;
-    mutable std::uint64_t attributesRead_ = 0;  // a bit for each of the first 64
+    // Attributes usually come in the order in which they are asked for: all before the next one
+    // were read. Those that were asked for out of turn are remembered one by one.
+    mutable pugi::xml_attribute nextAttribute_;
+    mutable std::vector<pugi::xml_attribute> passedAttributes_;
     bool textWasRead_ = false;
+    bool hasNoChild_ = false;  // as far as `text` has found out
     std::string joinedText_;
 };
