@@ -47,18 +47,18 @@ void InTag::readAttr(const std::string& name, double& value) const {
 }
 
 void InTag::readValue(int& value) {
-    const std::string_view content = text();
+    const std::string_view content = readText();
     if (!readPlain(content, value)) readAsStream(*this, content, value);
 }
 
 void InTag::readValue(float& value) {
-    const std::string_view content = text();
+    const std::string_view content = readText();
     if (readPlain(content, value) || readNonFinite(trimmed(content), value)) return;
     readAsStream(*this, content, value);
 }
 
 void InTag::readValue(bool& value) {
-    const std::string_view content = trimmed(text());
+    const std::string_view content = trimmed(readText());
     const bool isTrue = content == "true" || content == "1";
     if (isTrue || content == "false" || content == "0") {
         value = isTrue;

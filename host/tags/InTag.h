@@ -16,9 +16,9 @@ class Field;
 
 /// A tag of a document that is loaded, with its attributes, its text and its child tags.
 ///
-/// Whoever a tag is handed to reads its attributes and its text first and then calls `readBody`,
-/// which consumes the tag to its end. Whatever is found amiss is reported, never thrown, and
-/// reading goes on.
+/// Whoever a tag is handed to reads its attributes first and then consumes the tag to its end, by
+/// `readBody` or, if it holds text, by `readText` or `readValue`. Whatever is found amiss is
+/// reported, never thrown, and reading goes on.
 class GEOMKIT_TAGS_API InTag : public Tag {
 public:
     /// Reads one child tag.
@@ -30,12 +30,13 @@ public:
     ///
     /// With a field, the one whose parts the children are, a name that comes again is reported and
     /// skipped. With none, children may come in any number. Reported and skipped in either case:
-    /// child tags of other names, attributes that were not read, text that was not read, and what
-    /// is nested more than 256 deep.
+    /// child tags of other names, attributes that were not read, text, and what is nested more than
+    /// 256 deep.
     virtual void readBody(const Field* field, const NameMap& names) = 0;
 
-    /// The text of the tag without its comments. It lives as long as the tag.
-    virtual std::string_view text() = 0;
+    /// The text of the tag, which lives as long as the tag, without the comments in it. Consumes
+    /// the tag: child tags and attributes that were not read are reported and skipped.
+    virtual std::string_view readText() = 0;
 
     /// Adds a problem at the place of this tag: what is wrong, and what was done about it.
     virtual void report(std::string what, std::string done) const = 0;
@@ -46,8 +47,8 @@ public:
     /// text that did not belong.
     void readAttr(const std::string& name, double& value) const;
 
-    /// Read the whole text as one value. Malformed text is reported, and the value is then what the
-    /// stream stored, as above.
+    /// Consume the tag and read its whole text as one value. Malformed text is reported, and the
+    /// value is then what the stream stored, as above.
     void readValue(int& value);
     /// Takes everything that `OutTag::writeValue` wrote, bit for bit.
     void readValue(float& value);

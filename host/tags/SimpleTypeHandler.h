@@ -24,5 +24,4 @@ void SimpleTypeHandler<T>::save(const T& value, OutTag& tag) const {
 template <typename T>
 void SimpleTypeHandler<T>::load(T& value, InTag& tag) const {
     tag.readValue(value);
-    tag.readBody(nullptr, {});
 }

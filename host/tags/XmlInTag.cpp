@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -12,12 +13,17 @@ namespace {
 /// Far beyond any description of a class, and harmless to the stack.
 constexpr int kMaxDepth = 256;
 
-bool _isText(pugi::xml_node node) {
-    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+/// Whether a node or an attribute is none. The parser's own test is a call into its library, of
+/// which a small tag would need four, as long as reading its number takes.
+template <typename Handle>
+bool _isNone(const Handle& handle) {
+    static_assert(std::is_trivially_copyable_v<Handle>, "compared byte by byte");
+    static const Handle none;
+    return std::memcmp(&handle, &none, sizeof handle) == 0;
 }
 
 bool _isBlank(const char* text) {
-    return text[std::strspn(text, " \t\r\n")] == '\0';
+    return *text == '\0' || text[std::strspn(text, " \t\r\n")] == '\0';
 }
 
 /// Whether the tags within a tag reach deeper than a number of levels. Does not recurse.
@@ -73,27 +79,27 @@ std::string_view XmlInTag::getAttr(const std::string& name) const {
     return found.value();
 }
 
-std::string_view XmlInTag::text() {
-    textWasRead_ = true;
+std::string_view XmlInTag::readText() {
+    if (!_isNone(nextAttribute_)) reportUnreadAttributes();
     pugi::xml_node child = node_.first_child();
-    hasNoChild_ = !child;
-    if (hasNoChild_) return node_.value();
+    if (_isNone(child)) return node_.value();
     joinedText_ = node_.value();
     for (; child; child = child.next_sibling()) {
-        if (_isText(child)) joinedText_ += child.value();
+        if (child.type() == pugi::node_element) {
+            skip(child, "unknown tag");
+        } else {
+            joinedText_ += child.value();
+        }
     }
     return joinedText_;
 }
 
 void XmlInTag::readBody(const Field* field, const NameMap& names) {
-    if (nextAttribute_) reportUnreadAttributes();
-    if (hasNoChild_) return;
+    if (!_isNone(nextAttribute_)) reportUnreadAttributes();
+    bool hasText = !_isBlank(node_.value());
     const pugi::xml_node first = node_.first_child();
-    const bool hasStrayText = !textWasRead_ && !_isBlank(node_.value());
-    const bool hasMoreText = first && readChildren(first, field, names);
-    if (hasStrayText || (hasMoreText && !textWasRead_)) {
-        report("text where only tags belong", "it was ignored");
-    }
+    if (!_isNone(first) && readChildren(first, field, names)) hasText = true;
+    if (hasText) report("text where only tags belong", "it was ignored");
 }
 
 bool XmlInTag::readChildren(pugi::xml_node child, const Field* field, const NameMap& names) {
@@ -104,7 +110,7 @@ bool XmlInTag::readChildren(pugi::xml_node child, const Field* field, const Name
     for (;; child = child.next_sibling()) {
         const char* const name = child.name();
         if (*name == '\0') {
-            if (!child) return hasText;
+            if (_isNone(child)) return hasText;
             // Comments are dropped: what has no name is text.
             hasText = hasText || !_isBlank(child.value());
             continue;
@@ -136,8 +142,6 @@ void XmlInTag::moveTo(pugi::xml_node sibling) {
     node_ = sibling;
     nextAttribute_ = sibling.first_attribute();
     passedAttributes_.clear();
-    textWasRead_ = false;
-    hasNoChild_ = false;
 }
 
 void XmlInTag::skip(pugi::xml_node child, std::string what) {

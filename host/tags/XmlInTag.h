@@ -19,7 +19,7 @@ public:
 
     std::string_view name() const override { return node_.name(); }
     std::string_view getAttr(const std::string& name) const override;
-    std::string_view text() override;
+    std::string_view readText() override;
     void readBody(const Field* field, const NameMap& names) override;
     void report(std::string what, std::string done) const override;
 
@@ -40,7 +40,5 @@ private:
     // were read. Those that were asked for out of turn are remembered one by one.
     mutable pugi::xml_attribute nextAttribute_;
     mutable std::vector<pugi::xml_attribute> passedAttributes_;
-    bool textWasRead_ = false;
-    bool hasNoChild_ = false;  // as far as `text` has found out
     std::string joinedText_;
 };

@@ -1,5 +1,6 @@
 #include "host/tags/XmlSource.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -61,9 +62,8 @@ pugi::xml_node XmlSource::root() {
         refuse(parsed.offset, std::string("not well-formed: ") + parsed.description());
         return {};
     }
-    // The parser takes a zero for the end of the text.
-    if (_unitSize(encoding_) == 1 && text_.find('\0') != std::string_view::npos) {
-        refuse(static_cast<std::ptrdiff_t>(text_.find('\0')), "not well-formed: a zero byte");
+    if (const std::size_t zero = findZero(); zero < text_.size()) {
+        refuse(static_cast<std::ptrdiff_t>(zero), "not well-formed: a zero byte");
         return {};
     }
     pugi::xml_node found;
@@ -78,6 +78,16 @@ pugi::xml_node XmlSource::root() {
     }
     if (!found) refuse(0, "not well-formed: there is no tag");
     return found;
+}
+
+/// The parser takes a zero for the end of the text. It would have noticed one before the last tag.
+std::size_t XmlSource::findZero() const {
+    if (_unitSize(encoding_) != 1) return text_.size();
+    pugi::xml_node last = document_;
+    while (last.last_child())
+        last = last.last_child();
+    const std::ptrdiff_t from = (std::max)(last.offset_debug(), std::ptrdiff_t{0});
+    return (std::min)(text_.find('\0', static_cast<std::size_t>(from)), text_.size());
 }
 
 bool XmlSource::hasRoom() const {

@@ -34,6 +34,7 @@ private:
         std::size_t column = 1;
     };
 
+    std::size_t findZero() const;
     void refuse(std::ptrdiff_t offset, std::string what);
     void add(std::ptrdiff_t offset, std::string path, std::string what, std::string done);
     Place placeOf(std::ptrdiff_t offset);
