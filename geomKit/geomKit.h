@@ -9,11 +9,35 @@
 #include "geomKit/vAlgebra/vectorUtils.h"
 #include "geomKit/vAlgebra/Matrix3.h"
 #include "geomKit/vAlgebra/eigensystem.h"
+#include "geomKit/vAlgebra/VectorS.h"
 
+#include "geomKit/transforms/Matrix.h"
+#include "geomKit/transforms/Matrixf.h"
+#include "geomKit/transforms/Transform.h"
+#include "geomKit/transforms/BoneTransform.h"
+#include "geomKit/transforms/BoneTransformVector.h"
+
+#include "geomKit/queries/LineLineInt.h"
+#include "geomKit/queries/LinePlaneInt.h"
+#include "geomKit/queries/PlanePlaneInt.h"
+#include "geomKit/queries/LineTriangleInt.h"
+#include "geomKit/queries/LineSphereInt.h"
+#include "geomKit/queries/TriangleWeightsFinder.h"
+#include "geomKit/queries/Bbox.h"
+#include "geomKit/queries/segments2D.h"
+#include "geomKit/queries/SmoothWeight.h"
+#include "geomKit/queries/polynomialRoots.h"
+#include "geomKit/queries/pointFitting.h"
 #include "geomKit/queries/PolylineProjector.h"
+#include "geomKit/queries/ProximityTester.h"
 
-#include "geomKit/meshFunc2d/MeshFunction2D.h"
+#include "geomKit/implicits/Implicit.h"
+#include "geomKit/implicits/ImplEllipsoid.h"
+
 #include "geomKit/meshFunc2d/vect2.h"
+#include "geomKit/meshFunc2d/vect2S.h"
+#include "geomKit/meshFunc2d/MeshFunction2D.h"
+#include "geomKit/meshFunc2d/MeshFunction2DCheck.h"
 
 #include "geomKit/debugDraw/gkFuncBinder.h"
 // clang-format on

@@ -71,7 +71,7 @@ std::vector<Point> toPoints(const std::vector<Point2>& pairs) {
     return points;
 }
 
-void report(const char* query, const Field& field) {
+void report(const char* query, const demo::Field& field) {
     std::size_t known = 0;
     for (const FieldSample& sample : field.samples) {
         known += sample.isKnown ? 1 : 0;
@@ -103,8 +103,8 @@ void run(const Subject& subject, const Options& options) {
                 function.params.size(), function.facets.size() / 3, function.boundaries.size(),
                 function.cellCounts.u, function.cellCounts.v);
 
-    const Field inside = evaluateOver(function, width, height, kSamplesPerPixel);
-    const Field outside = extrapolateOver(function, width, height);
+    const demo::Field inside = evaluateOver(function, width, height, kSamplesPerPixel);
+    const demo::Field outside = extrapolateOver(function, width, height);
     report("evaluate", inside);
     report("extrapolate", outside);
 
