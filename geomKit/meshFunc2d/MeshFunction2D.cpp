@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "geomKit/meshFunc2d/ChainTree.h"
 #include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/boundaryChains.h"
 #include "geomKit/meshFunc2d/cellCoordinate.h"
@@ -62,6 +63,7 @@ MeshFunction2D* MeshFunction2D::copy() const {
     result->boundaryFacets = boundaryFacets;
     result->boundaries.reserve(boundaries.size());
     if (facetIndex_) result->facetIndex_ = std::make_unique<const FacetIndex>(*facetIndex_);
+    if (chainTree_) result->chainTree_ = std::make_unique<const ChainTree>(*chainTree_);
     for (const auto& boundary : boundaries) {
         result->boundaries.push_back(std::make_unique<PolylineProjector>(boundary->points));
     }
@@ -127,6 +129,7 @@ void MeshFunction2D::fillCells() {
 void MeshFunction2D::initBoundaries() {
     boundaries.clear();
     boundaryFacets.clear();
+    chainTree_.reset();
     if (facets.size() <= 2 || facets.size() % 3 != 0) return;
 
     const int vertexCount = static_cast<int>((std::min)(params.size(), values.size()));
@@ -139,4 +142,5 @@ void MeshFunction2D::initBoundaries() {
         boundaries.push_back(std::make_unique<PolylineProjector>(points));
         boundaryFacets.push_back(std::move(chain.facets));
     }
+    chainTree_ = std::make_unique<const ChainTree>(boundaries);
 }

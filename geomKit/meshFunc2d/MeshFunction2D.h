@@ -15,6 +15,7 @@
 #include "geomKit/queries/PolylineProjector.h"
 #include "host/tags/Serializable.h"
 
+class ChainTree;
 class FacetIndex;
 struct FacetWeights;
 
@@ -114,6 +115,12 @@ public:
     /// Without `extrapolateFlag` it is `extrapolateOld`.
     bool extrapolate(const Point& p, Point* outValue, float* outFloat) const;
 
+    /// `extrapolate` of `count` points, each answer the same to the bit. Returns how many
+    /// succeeded. Every output may be null; values and floats of points that failed are left
+    /// untouched.
+    std::size_t extrapolate(const Point* points, std::size_t count, Point* outValues,
+                            float* outFloats, bool* outFound) const;
+
     /// Extends the linear map of the facet with the nearest edge among those listed in the cell of
     /// `p` (clamped into the grid); from an empty cell it walks towards the grid's centre first.
     /// Never tests whether a facet contains `p`. False when the walk meets no facet, when the facet
@@ -146,4 +153,5 @@ private:
     }
 
     std::unique_ptr<const FacetIndex> facetIndex_;
+    std::unique_ptr<const ChainTree> chainTree_;
 };

@@ -2,15 +2,13 @@
 #include <cmath>
 #include <limits>
 
+#include "geomKit/meshFunc2d/ChainTree.h"
 #include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
 #include "geomKit/meshFunc2d/barycentric.h"
 #include "geomKit/meshFunc2d/cellCoordinate.h"
 
 namespace {
-
-/// Chains farther than this, squared, are not extrapolated from.
-constexpr double kFarthestSq = 1e13;
 
 std::size_t at(int i) {
     return static_cast<std::size_t>(i);
@@ -129,21 +127,25 @@ bool MeshFunction2D::extrapolate(const Point& p, Point* outValue, float* outFloa
     if (cellCounts.u < 1 || cellCounts.v < 1) return false;
     if (evaluate(p, outValue, outFloat)) return true;
 
-    const Vector3 q(p.u, p.v, 0.0);
-    double best = kFarthestSq;
-    int chosen = -1;
-    for (std::size_t k = 0; k < boundaries.size(); ++k) {
-        const PolylineProjection foot = boundaries[k]->nearest(q);
-        const Vector3 d = foot.point - q;
-        const double distanceSq = d.y * d.y + d.x * d.x + d.z * d.z;
-        if (distanceSq < best) {
-            best = distanceSq;
-            chosen = boundaryFacets[k][at(foot.segment)];
-        }
-    }
-    if (chosen < 0 || 3 * at(chosen) + 2 >= facets.size()) return false;
+    if (!chainTree_) return false;
+    const ChainTree::Nearest nearest = chainTree_->nearest(p, boundaries);
+    if (nearest.chain < 0) return false;
+    const int chosen = boundaryFacets[at(nearest.chain)][at(nearest.segment)];
+    if (3 * at(chosen) + 2 >= facets.size()) return false;
     const int* corner = &facets[3 * at(chosen)];
     return iEvalInFacet(corner[0], corner[1], corner[2], p, outValue, outFloat, false);
+}
+
+std::size_t MeshFunction2D::extrapolate(const Point* points, std::size_t count, Point* outValues,
+                                        float* outFloats, bool* outFound) const {
+    std::size_t hits = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const bool hit = extrapolate(points[i], outValues != nullptr ? outValues + i : nullptr,
+                                     outFloats != nullptr ? outFloats + i : nullptr);
+        if (outFound != nullptr) outFound[i] = hit;
+        hits += hit ? 1 : 0;
+    }
+    return hits;
 }
 
 bool MeshFunction2D::extrapolateOld(const Point& p, Point* outValue, float* outFloat) const {

@@ -1,0 +1,128 @@
+#include "geomKit/meshFunc2d/ChainTree.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+/// Chains from here on, squared, are too far to extrapolate from.
+constexpr double kFarthestSq = 1e13;
+constexpr int kChainsPerLeaf = 4;
+/// Rounding of a foot's coordinates and of a squared distance, relative; several times the worst
+/// case.
+constexpr double kRounding = 0x1p-48;
+
+std::size_t at(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+}  // namespace
+
+ChainTree::ChainTree(const Chains& chains) : order_(chains.size()) {
+    if (chains.empty()) return;
+    std::iota(order_.begin(), order_.end(), 0);
+    std::vector<Box> boxes;
+    boxes.reserve(chains.size());
+    for (const auto& chain : chains)
+        boxes.push_back(boxOf(*chain));
+    addNode(boxes, 0, static_cast<int>(chains.size()));
+}
+
+ChainTree::Box ChainTree::boxOf(const PolylineProjector& chain) {
+    Box box = {Point(kInfinity, kInfinity), Point(-kInfinity, -kInfinity)};
+    for (const Vector3& p : chain.points) {
+        // The foot on a segment that is not finite may be anywhere.
+        if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
+            return {Point(-kInfinity, -kInfinity), Point(kInfinity, kInfinity)};
+        }
+        for (int k = 0; k < 2; ++k) {
+            const double margin = kRounding * std::abs(p[k]);
+            box.low[k] = (std::min)(box.low[k], p[k] - margin);
+            box.high[k] = (std::max)(box.high[k], p[k] + margin);
+        }
+    }
+    return box;
+}
+
+void ChainTree::addNode(const std::vector<Box>& boxes, int first, int last) {
+    const std::size_t index = nodes_.size();
+    nodes_.emplace_back();
+    Node node;
+    node.box = boxes[at(order_[at(first)])];
+    for (int i = first; i < last; ++i) {
+        const Box& box = boxes[at(order_[at(i)])];
+        for (int k = 0; k < 2; ++k) {
+            node.box.low[k] = (std::min)(node.box.low[k], box.low[k]);
+            node.box.high[k] = (std::max)(node.box.high[k], box.high[k]);
+        }
+    }
+    if (last - first <= kChainsPerLeaf) {
+        node.first = first;
+        node.count = last - first;
+    } else {
+        const Point extent = node.box.high - node.box.low;
+        const int axis = extent.u >= extent.v ? 0 : 1;
+        const auto centre = [&boxes, axis](int chain) {
+            const double c = boxes[at(chain)].low[axis] + boxes[at(chain)].high[axis];
+            return std::isfinite(c) ? c : 0.0;
+        };
+        const int middle = first + (last - first) / 2;
+        std::nth_element(order_.begin() + first, order_.begin() + middle, order_.begin() + last,
+                         [&centre](int a, int b) { return centre(a) < centre(b); });
+        addNode(boxes, first, middle);
+        node.secondHalf = static_cast<int>(nodes_.size());
+        addNode(boxes, middle, last);
+    }
+    nodes_[index] = node;
+}
+
+ChainTree::Nearest ChainTree::nearest(const Point& p, const Chains& chains) const {
+    Nearest nearest;
+    if (nodes_.empty() || chains.size() != order_.size()) return nearest;
+    const Vector3 q(p.u, p.v, 0.0);
+    double best = kFarthestSq;
+    const auto boundOf = [this, &p](int node) {
+        const Box& box = nodes_[at(node)].box;
+        const double du = (std::max)({0.0, box.low.u - p.u, p.u - box.high.u});
+        const double dv = (std::max)({0.0, box.low.v - p.v, p.v - box.high.v});
+        return (du * du + dv * dv) * (1.0 - kRounding);
+    };
+    const auto ask = [&](int chain) {
+        const PolylineProjection foot = chains[at(chain)]->nearest(q);
+        const Vector3 d = foot.point - q;
+        const double distanceSq = d.y * d.y + d.x * d.x + d.z * d.z;
+        if (distanceSq < best || (distanceSq == best && chain < nearest.chain)) {
+            best = distanceSq;
+            nearest = {chain, foot.segment};
+        }
+    };
+
+    struct Pending {
+        int node;
+        double bound;
+    };
+    // One entry a level, and an index range halves 31 times at most.
+    Pending stack[32];
+    int depth = 0;
+    Pending here = {0, boundOf(0)};
+    for (;;) {
+        const Node& node = nodes_[at(here.node)];
+        if (!(here.bound > best)) {
+            if (node.count == 0) {
+                Pending near = {here.node + 1, boundOf(here.node + 1)};
+                Pending far = {node.secondHalf, boundOf(node.secondHalf)};
+                if (far.bound < near.bound) std::swap(near, far);
+                stack[depth++] = far;
+                here = near;
+                continue;
+            }
+            for (int i = node.first; i < node.first + node.count; ++i)
+                ask(order_[at(i)]);
+        }
+        if (depth == 0) return nearest;
+        here = stack[--depth];
+    }
+}

@@ -1,0 +1,344 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "geomKit/meshFunc2d/MeshFunction2D.h"
+#include "tests/meshFunc2d/TestMeshes.h"
+
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+/// The documented evaluation: the whole list of the cell, in order.
+bool evaluateByList(const MeshFunction2D& f, const Point& p, Point* value, float* cosine) {
+    int cell[2];
+    for (int k = 0; k < 2; ++k) {
+        const double x = (p[k] - f.boxMin[k]) * f.cellScale[k];
+        if (!(x >= -1e-8 && x <= f.cellCounts[k] + 1e-8)) return false;
+        cell[k] = std::clamp(static_cast<int>(std::floor(x)), 0, f.cellCounts[k] - 1);
+        if (x > f.cellCounts[k] - 1e-8) cell[k] = f.cellCounts[k] - 1;
+    }
+    for (const int i : f.cells[static_cast<std::size_t>(cell[0] * f.cellCounts.v + cell[1])]) {
+        const int* corner = &f.facets[3 * static_cast<std::size_t>(i)];
+        if (f.iEvalInFacet(corner[0], corner[1], corner[2], p, value, cosine, true)) return true;
+    }
+    return false;
+}
+
+/// Points where location goes wrong first: vertices, edges, cell borders, the rim, far away.
+std::vector<Point> probes(const TestMesh& mesh, const MeshFunction2D& f, int count) {
+    InputSource in(99);
+    std::vector<Point> points;
+    const auto vertex = [&](int corner) {
+        const auto i = static_cast<std::size_t>(in.index(static_cast<int>(mesh.facets.size() / 3)));
+        return mesh.params[static_cast<std::size_t>(
+            mesh.facets[3 * i + static_cast<std::size_t>(corner)])];
+    };
+    for (int i = 0; i < count; ++i) {
+        const double s = in.uniform(0.0, 1.0);
+        const Point a = vertex(0);
+        const Point b = vertex(1);
+        switch (i % 6) {
+            case 0:
+                points.push_back(a);
+                break;
+            case 1:
+                points.push_back((a + b) * 0.5);
+                break;
+            case 2:
+                points.push_back(a + (b - a) * (s * 1e-7));
+                break;
+            case 3:
+                points.emplace_back(f.boxMin.u + in.index(21) / f.cellScale.u,
+                                    f.boxMin.v + in.index(21) / f.cellScale.v);
+                break;
+            default: {
+                const double t = in.uniform(-0.1, 1.1);
+                const Point d = f.boxMax - f.boxMin;
+                points.emplace_back(f.boxMin.u + (1.2 * s - 0.1) * d.u, f.boxMin.v + t * d.v);
+            }
+        }
+    }
+    return points;
+}
+
+TEST(MeshFunction2D, FindsTheFirstAcceptingFacetOfTheCell) {
+    std::vector<TestMesh> meshes;
+    for (const int n : {3, 12, 60, 200})
+        meshes.push_back(gridMesh("grid", n, 10.0, 0.4));
+    meshes.push_back(gridMesh("offset grid", 100, 1e-1, 0.2));
+    for (Point& p : meshes.back().params)
+        p = p + Point(1e3, -1e3);
+    for (const int n : {300, 20000}) {
+        for (const double thickness : {1.0, 1e-3, 1e-7}) {
+            meshes.push_back(soup("soup", n, 5.0, thickness));
+        }
+    }
+    for (const TestMesh& mesh : meshes) {
+        const MeshFunction2D f = mesh.function();
+        const std::vector<Point> points = probes(mesh, f, 6000);
+        std::vector<Point> values(points.size());
+        std::vector<float> floats(points.size());
+        const auto found = std::make_unique<bool[]>(points.size());
+        const std::size_t hits =
+            f.evaluate(points.data(), points.size(), values.data(), floats.data(), found.get());
+        std::size_t expected = 0;
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            Point value[2];
+            float cosine[2] = {0.0f, 0.0f};
+            const bool plain = evaluateByList(f, points[i], &value[0], &cosine[0]);
+            ASSERT_EQ(f.evaluate(points[i], &value[1], &cosine[1]), plain) << mesh.name;
+            ASSERT_EQ(found[i], plain);
+            ASSERT_TRUE(value[0].u == value[1].u && value[0].v == value[1].v) << mesh.name;
+            ASSERT_EQ(cosine[0], cosine[1]) << mesh.name;
+            if (!plain) continue;
+            ++expected;
+            ASSERT_TRUE(values[i].u == value[0].u && floats[i] == cosine[0]) << mesh.name;
+        }
+        EXPECT_EQ(hits, expected);
+        EXPECT_GT(hits, points.size() / 100) << mesh.name;
+    }
+}
+
+TEST(MeshFunction2D, CellsListTheFacetsWhoseBoxTouchesThem) {
+    const TestMesh mesh = soup("soup", 500, 5.0, 1.0);
+    const MeshFunction2D f = mesh.function();
+    ASSERT_EQ(f.cells.size(), 400u);
+    for (int cu = 0; cu < 20; ++cu) {
+        for (int cv = 0; cv < 20; ++cv) {
+            std::vector<int> expected;
+            for (std::size_t i = 0; i + 2 < f.facets.size(); i += 3) {
+                int low[2] = {99, 99};
+                int high[2] = {-1, -1};
+                for (std::size_t c = i; c < i + 3; ++c) {
+                    for (int k = 0; k < 2; ++k) {
+                        const Point& p = f.params[static_cast<std::size_t>(f.facets[c])];
+                        const int cell = static_cast<int>((p[k] - f.boxMin[k]) * f.cellScale[k]);
+                        low[k] = (std::min)(low[k], cell);
+                        high[k] = (std::max)(high[k], cell);
+                    }
+                }
+                if (low[0] <= cu && cu <= high[0] && low[1] <= cv && cv <= high[1]) {
+                    expected.push_back(static_cast<int>(i / 3));
+                }
+            }
+            ASSERT_EQ(f.cells[static_cast<std::size_t>(20 * cu + cv)], expected);
+        }
+    }
+}
+
+TEST(MeshFunction2D, ReproducesALinearFunctionInsideAndOutside) {
+    const TestMesh mesh = gridMesh("ring", 30, 1.0, 0.3, [](int i, int j) {
+        return std::hypot(i - 14.5, j - 14.5) > 6.0 || (i + j) % 9 == 0;
+    });
+    const MeshFunction2D f = mesh.function();
+    InputSource in(5);
+    int outside = 0;
+    for (int i = 0; i < 4000; ++i) {
+        const Vector3 at = in.vector(2.0);
+        const Point p(at.x, at.y);
+        Point value;
+        float cosine = 0.0f;
+        ASSERT_TRUE(f.extrapolate(p, &value, &cosine));
+        EXPECT_NEAR(value.u, TestMesh::linear(p).u, 1e-11);
+        EXPECT_NEAR(value.v, TestMesh::linear(p).v, 1e-11);
+        EXPECT_NEAR(cosine, 0.25 * p.u, 1e-5);
+        outside += f.evaluate(p, nullptr, nullptr) ? 0 : 1;
+    }
+    EXPECT_GT(outside, 1000);
+}
+
+TEST(MeshFunction2D, ExtrapolatesFromTheNearestChain) {
+    // Many chains: holes in every other cell, and loose pieces far apart.
+    TestMesh mesh =
+        gridMesh("holes", 40, 10.0, 0.3, [](int i, int j) { return i % 2 == 0 || j % 2 == 0; });
+    for (std::size_t i = 0; i < mesh.values.size(); ++i)
+        mesh.values[i].u = std::sin(7.0 * double(i));
+    const MeshFunction2D f = mesh.function();
+    ASSERT_GT(f.boundaries.size(), 300u);
+    InputSource in(6);
+    for (int i = 0; i < 2000; ++i) {
+        const Vector3 at = in.vector(i % 2 == 0 ? 10.0 : 100.0);
+        const Point p(at.x, at.y);
+        if (f.evaluate(p, nullptr, nullptr)) continue;
+        double best = 1e13;
+        int chosen = -1;
+        for (std::size_t k = 0; k < f.boundaries.size(); ++k) {
+            const PolylineProjection foot = f.boundaries[k]->nearest({p.u, p.v, 0.0});
+            const Vector3 d = foot.point - Vector3(p.u, p.v, 0.0);
+            const double distanceSq = d.y * d.y + d.x * d.x + d.z * d.z;
+            if (!(distanceSq < best)) continue;
+            best = distanceSq;
+            chosen = f.boundaryFacets[k][static_cast<std::size_t>(foot.segment)];
+        }
+        const int* corner = &f.facets[3 * static_cast<std::size_t>(chosen)];
+        Point plain;
+        Point value;
+        ASSERT_TRUE(f.iEvalInFacet(corner[0], corner[1], corner[2], p, &plain, nullptr, false));
+        ASSERT_TRUE(f.extrapolate(p, &value, nullptr));
+        ASSERT_TRUE(value.u == plain.u && value.v == plain.v);
+    }
+}
+
+TEST(MeshFunction2D, TheOldMethodExtendsTheFacetOfTheNearestEdge) {
+    // One facet in a corner of the grid's domain; another far off keeps the middle empty.
+    TestMesh mesh;
+    mesh.addTriangle({0.0, 0.0}, {1.0, 0.0}, {0.0, 1.0});
+    mesh.addTriangle({19.0, 20.0}, {20.0, 19.0}, {20.0, 20.0});
+    for (std::size_t i = 3; i < 6; ++i)
+        mesh.values[i] = {-5.0, -5.0};
+    MeshFunction2D f = mesh.function();
+    f.extrapolateFlag = false;
+    f.initEvaluatorHelper();
+    EXPECT_EQ(f.boundaries.size(), 2u) << "left as they were";
+
+    const struct {
+        Point p;
+        bool found;
+        Point value;
+    } cases[] = {
+        {{0.2, 0.2}, true, TestMesh::linear({0.2, 0.2})},
+        {{-3.0, 0.5}, true, TestMesh::linear({-3.0, 0.5})},
+        {{25.0, 25.0}, true, {-5.0, -5.0}},
+        {{10.0, 10.0}, false, {}},
+        {{3.0, 3.0}, true, {-5.0, -5.0}},
+        {{kNaN, 1.0}, false, {}},
+        {{1.0, kInfinity}, false, {}},
+    };
+    for (const auto& c : cases) {
+        Point value[2];
+        EXPECT_EQ(f.extrapolateOld(c.p, &value[0], nullptr), c.found) << c.p.u;
+        EXPECT_EQ(f.extrapolate(c.p, &value[1], nullptr), c.found) << c.p.u;
+        EXPECT_NEAR(value[0].u, c.value.u, 1e-12) << c.p.u;
+        EXPECT_NEAR(value[1].v, c.value.v, 1e-12) << c.p.u;
+    }
+}
+
+TEST(MeshFunction2D, DistanceToAnEdge) {
+    TestMesh mesh;
+    mesh.addTriangle({0.0, 0.0}, {2.0, 0.0}, {0.0, 5.0});
+    const MeshFunction2D f = mesh.function();
+    const struct {
+        int a, b;
+        Point p;
+        double distSq;
+        bool interior;
+    } cases[] = {
+        {0, 1, {1.0, 3.0}, 9.0, true},        {0, 1, {3.0, 1.0}, 2.0, false},
+        {0, 1, {-1.0, 1.0}, 2.0, false},      {0, 0, {1.0, 1.0}, 2.0, false},
+        {0, 1, {-1e-8, 1.0}, 1.0, true},      {0, 1, {-3e-8, 1.0}, 1.0, false},
+        {0, 9, {1.0, 1.0}, kInfinity, false},
+    };
+    for (const auto& c : cases) {
+        bool interior = !c.interior;
+        const double d = f.iDistToEdge(c.a, c.b, c.p, &interior, false);
+        EXPECT_TRUE(d == c.distSq || std::abs(d - c.distSq) <= 1e-14) << c.p.u;
+        EXPECT_EQ(interior, c.interior) << c.p.u;
+    }
+}
+
+TEST(MeshFunction2D, OutputsAreOptionalAndUntouchedOnFailure) {
+    const TestMesh mesh = gridMesh("grid", 4, 3.0, 0.0);
+    MeshFunction2D f = mesh.function();
+    Point value(7.0, 8.0);
+    float cosine = 9.0f;
+    EXPECT_FALSE(f.evaluate({3.02, 1.0}, &value, &cosine));
+    EXPECT_EQ(value.u, 7.0);
+    EXPECT_EQ(cosine, 9.0f);
+    EXPECT_TRUE(f.evaluate({1.0, 1.0}, nullptr, nullptr));
+    f.normaldots.pop_back();
+    EXPECT_TRUE(f.evaluate({1.0, 1.0}, nullptr, &cosine));
+    EXPECT_EQ(cosine, -1.0f);
+}
+
+TEST(MeshFunction2D, DegenerateDataAnswersFalse) {
+    const Point square[] = {{0.0, 0.0}, {1.0, 0.0}, {1.0, 1.0}, {0.0, 1.0}};
+    const std::vector<Point> good(std::begin(square), std::end(square));
+    const auto with = [&good](std::size_t i, const Point& p) {
+        std::vector<Point> points = good;
+        points[i] = p;
+        return points;
+    };
+    const struct {
+        const char* what;
+        std::vector<Point> params;
+        std::vector<int> facets;
+        bool hasGrid;
+    } cases[] = {
+        {"no points", {}, {}, false},
+        {"one point four times", std::vector<Point>(4, Point(3.0, 3.0)), {0, 1, 2}, false},
+        {"no extent along v", {{0.0, 1.0}, {1.0, 1.0}, {2.0, 1.0}, {3.0, 1.0}}, {0, 1, 2}, true},
+        {"first point NaN", with(0, {kNaN, 0.0}), {1, 2, 3}, true},
+        {"infinite point", with(3, {0.0, kInfinity}), {0, 1, 2}, true},
+        {"extent overflows", {{-1e308, 0.0}, {1e308, 0.0}, {1.0, 1.0}}, {0, 1, 2}, true},
+        {"NaN corner", with(2, {1.0, kNaN}), {0, 1, 2}, true},
+        {"index too large", good, {0, 1, 4}, true},
+        {"negative index", good, {0, -1, 2}, true},
+        {"partial triple", good, {0, 1}, true},
+        {"determinant below 1e-8", with(2, {1.0, 0.9e-8}), {0, 1, 2}, true},
+    };
+    for (const auto& c : cases) {
+        const MeshFunction2D f(c.params, good, c.facets, {});
+        EXPECT_EQ(f.cellCounts.u, c.hasGrid ? 20 : 0) << c.what;
+        EXPECT_EQ(f.cellScale.u == -1.0, !c.hasGrid) << c.what;
+        Point value(7.0, 7.0);
+        for (const Point& p : {Point(0.5, 0.25), Point(1.0, 0.0), Point(kNaN, 0.0),
+                               Point(-kInfinity, 0.0), Point(1e300, -1e300)}) {
+            EXPECT_FALSE(f.evaluate(p, &value, nullptr)) << c.what;
+            f.extrapolateOld(p, nullptr, nullptr);
+            f.extrapolate(p, nullptr, nullptr);
+        }
+        EXPECT_EQ(value.u, 7.0) << c.what;
+    }
+    // What is whole keeps working beside what is not.
+    const MeshFunction2D mixed(good, good, {0, 1, 9, 0, 1, 2, 2, 3}, {});
+    EXPECT_TRUE(mixed.evaluate({0.5, 0.25}, nullptr, nullptr));
+    EXPECT_TRUE(mixed.boundaries.empty());
+    EXPECT_FALSE(mixed.iEvalInFacet(0, 1, 9, {0.5, 0.25}, nullptr, nullptr, false));
+    const MeshFunction2D one(good, good, {0, 1, 2}, {});
+    EXPECT_TRUE(one.extrapolate({3e6, 0.0}, nullptr, nullptr));
+    EXPECT_FALSE(one.extrapolate({3.2e6, 0.0}, nullptr, nullptr)) << "beyond sqrt(1e13)";
+}
+
+TEST(MeshFunction2D, ACopyStandsAlone) {
+    const TestMesh mesh = gridMesh("grid", 15, 1.0, 0.3);
+    auto source =
+        std::make_unique<MeshFunction2D>(mesh.params, mesh.values, mesh.facets, mesh.normaldots);
+    const std::unique_ptr<MeshFunction2D> twin(source->copy());
+    const MeshFunction2D fresh = mesh.function();
+    source->initBoundaries();
+    source.reset();
+    EXPECT_EQ(twin->boundaryFacets, fresh.boundaryFacets);
+    for (const Point& p : probes(mesh, fresh, 500)) {
+        Point value[2];
+        EXPECT_EQ(twin->extrapolate(p, &value[0], nullptr),
+                  fresh.extrapolate(p, &value[1], nullptr));
+        EXPECT_EQ(value[0].u, value[1].u);
+    }
+}
+
+TEST(MeshFunction2D, ThreadsShareOneFunction) {
+    const TestMesh mesh = gridMesh("grid", 40, 1.0, 0.3);
+    const MeshFunction2D f = mesh.function();
+    const std::vector<Point> points = probes(mesh, f, 800);
+    std::vector<Point> values(points.size());
+    std::vector<std::thread> threads;
+    for (std::size_t t = 0; t < 4; ++t) {
+        threads.emplace_back(
+            [&, t] { f.extrapolate(&points[200 * t], 200, &values[200 * t], nullptr, nullptr); });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        Point value;
+        f.extrapolate(points[i], &value, nullptr);
+        EXPECT_EQ(values[i].u, value.u);
+    }
+}
+
+}  // namespace

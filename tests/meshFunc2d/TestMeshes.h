@@ -1,0 +1,89 @@
+/// @file
+/// Meshes that are hard on point location.
+#pragma once
+
+#include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "geomKit/meshFunc2d/MeshFunction2D.h"
+#include "tests/golden/Digest.h"
+
+using Point = ktNM::vect2<double>;
+
+struct TestMesh {
+    std::string name;
+    std::vector<Point> params;
+    std::vector<Point> values;
+    std::vector<int> facets;
+    std::vector<float> normaldots;
+
+    /// Samples a linear function, so that right answers are known everywhere.
+    static Point linear(const Point& p) { return {2.0 * p.u - p.v + 1.0, p.u + 3.0 * p.v}; }
+
+    int addVertex(const Point& p) {
+        params.push_back(p);
+        values.push_back(linear(p));
+        normaldots.push_back(static_cast<float>(0.25 * p.u));
+        return static_cast<int>(params.size()) - 1;
+    }
+    void addFacet(int a, int b, int c) { facets.insert(facets.end(), {a, b, c}); }
+
+    void addTriangle(const Point& p, const Point& q, const Point& r) {
+        const int a = addVertex(p);
+        const int b = addVertex(q);
+        addFacet(a, b, addVertex(r));
+    }
+
+    MeshFunction2D function() const { return {params, values, facets, normaldots}; }
+};
+
+/// A jittered grid of n x n vertices over a square; `keep(i, j)` chooses its cells.
+template <typename Keep>
+TestMesh gridMesh(std::string name, int n, double size, double jitter, Keep&& keep) {
+    InputSource in(static_cast<std::uint64_t>(n));
+    TestMesh mesh{std::move(name), {}, {}, {}, {}};
+    const double cell = size / (n - 1);
+    for (int i = 0; i < n; ++i) {
+        for (int j = 0; j < n; ++j) {
+            const double du = in.uniform(-jitter, jitter);
+            const double dv = in.uniform(-jitter, jitter);
+            mesh.addVertex({(i + du) * cell, (j + dv) * cell});
+        }
+    }
+    for (int i = 0; i + 1 < n; ++i) {
+        for (int j = 0; j + 1 < n; ++j) {
+            if (!keep(i, j)) continue;
+            const int a = i * n + j;
+            mesh.addFacet(a, a + n, a + n + 1);
+            mesh.addFacet(a, a + n + 1, a + 1);
+        }
+    }
+    return mesh;
+}
+
+inline TestMesh gridMesh(std::string name, int n, double size, double jitter) {
+    return gridMesh(std::move(name), n, size, jitter, [](int, int) { return true; });
+}
+
+/// Unconnected facets, each thinned to `thickness` of its size: overlapping and inverted ones too.
+inline TestMesh soup(std::string name, int count, double size, double thickness) {
+    InputSource in(static_cast<std::uint64_t>(count) + 7);
+    TestMesh mesh{std::move(name), {}, {}, {}, {}};
+    for (int f = 0; f < count; ++f) {
+        // From specks to facets that span everything.
+        const double reach = size * std::exp(in.uniform(-6.0, 0.5));
+        const Vector3 centre = in.vector(size);
+        const Vector3 d = in.vector(reach);
+        const Vector3 e = in.vector(reach);
+        const int a = mesh.addVertex({centre.x, centre.y});
+        mesh.addVertex({centre.x + d.x, centre.y + d.y});
+        const double s = in.uniform(0.0, 1.0);
+        mesh.addVertex(
+            {centre.x + s * d.x + thickness * e.x, centre.y + s * d.y + thickness * e.y});
+        mesh.addFacet(a, a + 1, a + 2);
+        if (f % 10 == 0) mesh.addFacet(a, a + 2, a + 1);
+    }
+    return mesh;
+}

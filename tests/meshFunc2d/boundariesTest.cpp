@@ -1,0 +1,101 @@
+#include <map>
+
+#include <gtest/gtest.h>
+
+#include "tests/meshFunc2d/TestMeshes.h"
+
+namespace {
+
+struct Chain {
+    std::vector<int> vertices;
+    std::vector<int> facets;
+};
+
+/// The table of unmatched half-edges as it is documented, in maps.
+std::vector<Chain> documentedChains(const std::vector<int>& facets) {
+    std::map<int, std::map<int, int>> table;
+    for (std::size_t i = 0; i < facets.size(); ++i) {
+        const int a = facets[i];
+        const int b = i % 3 == 2 ? facets[i - 2] : facets[i + 1];
+        if (table.count(b) != 0 && table[b].count(a) != 0) {
+            table[b].erase(a);
+            if (table[b].empty()) table.erase(b);
+        } else {
+            table[a][b] = static_cast<int>(i / 3);
+        }
+    }
+    std::vector<Chain> chains;
+    while (!table.empty()) {
+        int cur = table.begin()->first;
+        Chain chain{{cur}, {}};
+        while (table.count(cur) != 0) {
+            const auto [target, facet] = *table[cur].begin();
+            chain.vertices.push_back(target);
+            chain.facets.push_back(facet);
+            table[cur].erase(target);
+            if (table[cur].empty()) table.erase(cur);
+            cur = target;
+        }
+        chains.push_back(chain);
+    }
+    return chains;
+}
+
+TEST(MeshFunction2DBoundaries, AreTheUnmatchedHalfEdgesInChains) {
+    InputSource in(8);
+    std::vector<std::vector<int>> meshes = {
+        {0, 1, 2},                    // one facet
+        {0, 1, 2, 2, 1, 3},           // a consistent pair
+        {0, 1, 2, 1, 2, 3},           // the shared edge runs the same way in both
+        {0, 1, 2, 0, 1, 3, 1, 0, 4},  // three facets at an edge
+        {0, 1, 2, 2, 3, 4},           // bow tie
+        {0, 1, 2, 2, 1, 0},           // two sides of one facet: closed
+        {0, 0, 1, 2, 2, 2},           // repeated corners
+        {0, 1, 2, 3, 4, 5},           // two components
+        gridMesh("holes", 12, 1.0, 0.0, [](int i, int j) { return i % 3 != 1 || j % 3 != 1; })
+            .facets,
+    };
+    for (int round = 0; round < 300; ++round) {
+        std::vector<int> random;
+        for (int i = 0; i < 3 * (1 + in.index(40)); ++i)
+            random.push_back(in.index(12));
+        meshes.push_back(random);
+    }
+    for (const std::vector<int>& facets : meshes) {
+        std::vector<Point> params;
+        for (int i = 0; i < 150; ++i)
+            params.emplace_back(i, i * i);
+        const MeshFunction2D f(params, params, facets, {});
+        const std::vector<Chain> expected = documentedChains(facets);
+        ASSERT_EQ(f.boundaries.size(), expected.size()) << testing::PrintToString(facets);
+        for (std::size_t k = 0; k < expected.size(); ++k) {
+            ASSERT_EQ(f.boundaryFacets[k], expected[k].facets);
+            std::vector<int> vertices;
+            for (const Vector3& p : f.boundaries[k]->points) {
+                vertices.push_back(static_cast<int>(p.x));
+            }
+            ASSERT_EQ(vertices, expected[k].vertices);
+        }
+    }
+}
+
+TEST(MeshFunction2DBoundaries, FollowTheFlagAndTheFacets) {
+    const TestMesh mesh = gridMesh("grid", 3, 1.0, 0.0);
+    MeshFunction2D f(false);
+    f.params = mesh.params;
+    f.values = mesh.values;
+    f.facets = mesh.facets;
+    f.initEvaluatorHelper();
+    EXPECT_TRUE(f.boundaries.empty());
+    EXPECT_TRUE(f.evaluate({0.3, 0.4}, nullptr, nullptr));
+    f.extrapolateFlag = true;
+    f.initEvaluatorHelper();
+    ASSERT_EQ(f.boundaries.size(), 1u);
+    EXPECT_EQ(f.boundaries[0]->points.size(), 9u) << "the loop repeats its first point";
+    f.params.clear();
+    f.initEvaluatorHelper();
+    EXPECT_EQ(f.boundaries.size(), 1u) << "left as they were";
+    EXPECT_FALSE(f.extrapolate({2.0, 2.0}, nullptr, nullptr));
+}
+
+}  // namespace
