@@ -1,0 +1,36 @@
+// The examples of docs/queries.md.
+#include "geomKit/queries/LineLineInt.h"
+#include "geomKit/queries/LinePlaneInt.h"
+
+namespace {
+
+Vector3 marked;
+
+void mark(const Vector3& p) {
+    marked = p;
+}
+
+bool planes() {
+    const Vector3 eye(1, 2, 5);
+    const UVector3 direction(0, 0, -1);
+    const Vector3 planePoint(7, 7, 2);
+    const UVector3 planeNormal(0, 0, 1);
+    const LinePlaneInt cut(eye, direction, planePoint, planeNormal, 1e-9);
+    if (cut.status == LinePlaneInt::kHit) mark(cut.point);
+    return marked == Vector3(1, 2, 2);
+}
+
+bool parallels() {
+    const UVector3 d1(1, 2, 3);
+    const UVector3 d2 = d1;
+    const Vector3 p1;
+    const Vector3 p2 = p1 + d1 * 4.0;
+    const LineLineInt lines(p1, Vector3(d1), p2, Vector3(d2), 1e-9);
+    return lines.status == LineLineInt::kCoincident;
+}
+
+}  // namespace
+
+int main() {
+    return planes() && parallels() ? 0 : 1;
+}
