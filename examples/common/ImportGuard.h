@@ -1,0 +1,18 @@
+/// @file
+/// A last line of defence around importers that are not ours.
+#pragma once
+
+namespace demo {
+
+/// While it lives, a crash of the process ends it with a message on stderr and an exit status of
+/// the caller's choice: some importers fall over damaged files. One at a time; POSIX only.
+class ImportGuard {
+public:
+    /// The message is copied, and cut off after some 500 characters.
+    ImportGuard(const char* message, int exitStatus);
+    ~ImportGuard();
+    ImportGuard(const ImportGuard&) = delete;
+    ImportGuard& operator=(const ImportGuard&) = delete;
+};
+
+}  // namespace demo
