@@ -1,106 +1,194 @@
 #include "geomKit/transforms/BoneTransformVector.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstddef>
+#include <cstdint>
 
+#include "geomKit/transforms/tangentBlock.h"
+#include "geomKit/transforms/wideVectors.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
 
 namespace {
 
 using Influence = BaseDisplayData::Influence;
-using Influences = std::vector<Influence>;
 
-const Influences kNotSkinned;
+constexpr BoneTransform kIdentity;
 
-const Influences& influencesOf(int vertex, const BaseDisplayData& data) {
-    const auto v = static_cast<std::size_t>(vertex);
-    return v < data.influences.size() ? data.influences[v] : kNotSkinned;
-}
+/// One mesh and one skeleton, read. Passed by value: the loops then keep the addresses in
+/// registers, though the compiler cannot know that the results are not written over them.
+class Skinner {
+public:
+    Skinner(const std::vector<BoneTransform>& bones, const BaseDisplayData& data)
+        : bones_(bones.data()),
+          boneCount_(static_cast<std::uint32_t>(bones.size())),
+          positions_(data.positions.data()),
+          positionCount_(data.positions.size()),
+          lists_(data.influences.data()),
+          listCount_(data.influences.size()) {}
 
-const Vector3& positionOf(int vertex, const BaseDisplayData& data) {
-    const auto v = static_cast<std::size_t>(vertex);
-    assert(v < data.positions.size());
-    return data.positions[v];
-}
+    bool isSkinned() const { return listCount_ != 0; }
 
-/// Null for a bone number that stands for the identity.
-const BoneTransform* find(const std::vector<BoneTransform>& bones, int bone) {
-    const auto k = static_cast<std::size_t>(bone);  // a negative number becomes a huge one
-    return k < bones.size() ? &bones[k] : nullptr;
-}
-
-Vector3 moved(const BoneTransform* bone, const Vector3& p) {
-    return bone != nullptr ? bone->transformPoint(p) : p;
-}
-
-Matrix3 linearOf(const BoneTransform* bone) {
-    return bone != nullptr ? bone->linear : Matrix3();
-}
-
-Vector3 skin(const std::vector<BoneTransform>& bones, const Influences& influences,
-             const Vector3& p) {
-    if (influences.empty()) return p;
-    Vector3 sum;
-    for (const Influence& i : influences) {
-        sum += i.weight * moved(find(bones, i.bone), p);
+    const Vector3& restPosition(int vertex) const {
+        const auto v = static_cast<std::size_t>(vertex);
+        assert(v < positionCount_);
+        return positions_[v];
     }
-    return sum;
-}
 
-Vector3 skin(const std::vector<BoneTransform>& bones, const Influences& influences,
-             const Vector3& p, const UVector3& normal, UVector3& normalOut) {
-    Vector3 b1;
-    Vector3 b2;
-    getBasis(normal, b1, b2);
-    Vector3 position = p;
-    if (!influences.empty()) {
-        const BoneTransform* bone = find(bones, influences[0].bone);
-        position = moved(bone, p);
-        Matrix3 linear = linearOf(bone);
-        if (influences.size() > 1) {
-            position *= influences[0].weight;
-            linear = linear * influences[0].weight;
-            for (std::size_t i = 1; i < influences.size(); ++i) {
-                const double weight = influences[i].weight;
-                bone = find(bones, influences[i].bone);
-                position += weight * moved(bone, p);
-                linear = linear + linearOf(bone) * weight;
+    GEOMKIT_WIDE_PART Vector3 position(int vertex) const {
+        const Vector3 p = restPosition(vertex);
+        const List list = influences(vertex);
+        if (list.first == list.last) return p;
+        Vector3 sum;
+        for (const Influence* i = list.first; i != list.last; ++i) {
+            sum += i->weight * (hasBone(i->bone) ? bones_[i->bone].transformPoint(p) : p);
+        }
+        return sum;
+    }
+
+    /// Also moves the tangents `b1` and `b2`.
+    GEOMKIT_WIDE_PART Vector3 position(int vertex, Vector3& b1, Vector3& b2) const {
+        const Vector3 p = restPosition(vertex);
+        const List list = influences(vertex);
+        if (list.first == list.last) return p;
+        const Influence* i = list.first;
+        Blend blend(hasBone(i->bone) ? bones_[i->bone] : kIdentity, p);
+        if (list.last - list.first > 1) {
+            blend.scale(i->weight);
+            for (++i; i != list.last; ++i) {
+                if (hasBone(i->bone)) {
+                    blend.add(bones_[i->bone], p, i->weight);
+                } else {
+                    blend.add(kIdentity, p, i->weight);
+                }
             }
         }
-        b1 = linear * b1;
-        b2 = linear * b2;
+        b1 = blend.direction(b1);
+        b2 = blend.direction(b2);
+        return blend.position;
     }
-    normalOut = UVector3(b1 % b2);
-    return position;
+
+private:
+    struct List {
+        const Influence* first;
+        const Influence* last;
+    };
+
+    /// A sum of bones: where it takes one point, and its linear part. Rows rather than a `Matrix3`,
+    /// since compilers keep twelve named numbers in registers, but not an array.
+    struct Blend {
+        Vector3 position;
+        Vector3 row0;
+        Vector3 row1;
+        Vector3 row2;
+
+        Blend(const BoneTransform& bone, const Vector3& p)
+            : position(bone.transformPoint(p)),
+              row0(row(bone, 0)),
+              row1(row(bone, 1)),
+              row2(row(bone, 2)) {}
+        void scale(double weight) {
+            position *= weight;
+            row0 *= weight;
+            row1 *= weight;
+            row2 *= weight;
+        }
+        void add(const BoneTransform& bone, const Vector3& p, double weight) {
+            position += weight * bone.transformPoint(p);
+            row0 += weight * row(bone, 0);
+            row1 += weight * row(bone, 1);
+            row2 += weight * row(bone, 2);
+        }
+        Vector3 direction(const Vector3& d) const { return {row0 * d, row1 * d, row2 * d}; }
+
+        static Vector3 row(const BoneTransform& bone, int r) {
+            return {bone.linear(r, 0), bone.linear(r, 1), bone.linear(r, 2)};
+        }
+    };
+
+    List influences(int vertex) const {
+        const auto v = static_cast<std::size_t>(vertex);
+        if (v >= listCount_) return {nullptr, nullptr};
+        const std::vector<Influence>& list = lists_[v];
+        return {list.data(), list.data() + list.size()};
+    }
+
+    /// One test for both ends: unsigned, a negative number is a huge one.
+    bool hasBone(std::int32_t bone) const { return static_cast<std::uint32_t>(bone) < boneCount_; }
+
+    const BoneTransform* bones_;
+    std::uint32_t boneCount_;
+    const Vector3* positions_;
+    std::size_t positionCount_;
+    const std::vector<Influence>* lists_;
+    std::size_t listCount_;
+};
+
+GEOMKIT_WIDE void skinPoints(Skinner skinner, int first, int last, Vector3* positionsOut) {
+    for (int v = first; v < last; ++v) {
+        positionsOut[v] = skinner.position(v);
+    }
+}
+
+/// Positions of `count` vertices from number `start`; moves their tangents in `b1` and `b2`.
+GEOMKIT_WIDE void skinBlock(Skinner skinner, int start, int count, Vector3* positionsOut,
+                            VectorBlock& b1, VectorBlock& b2) {
+    for (int i = 0; i < count; ++i) {
+        Vector3 t1 = b1.get(i);
+        Vector3 t2 = b2.get(i);
+        positionsOut[i] = skinner.position(start + i, t1, t2);
+        b1.set(i, t1);
+        b2.set(i, t2);
+    }
 }
 
 }  // namespace
 
 Vector3 BoneTransformVector::getTransformed(int vertex, const BaseDisplayData* data) const {
-    return skin(bones, influencesOf(vertex, *data), positionOf(vertex, *data));
+    return Skinner(bones, *data).position(vertex);
 }
 
 Vector3 BoneTransformVector::getTransformed(int vertex, const BaseDisplayData* data,
                                             const UVector3& normal, UVector3& normalOut) const {
-    const Vector3& p = positionOf(vertex, *data);
-    if (data->influences.empty()) {
+    const Skinner skinner(bones, *data);
+    if (!skinner.isSkinned()) {
         normalOut = normal;
-        return p;
+        return skinner.restPosition(vertex);
     }
-    return skin(bones, influencesOf(vertex, *data), p, normal, normalOut);
+    Vector3 b1;
+    Vector3 b2;
+    getBasis(normal, b1, b2);
+    const Vector3 position = skinner.position(vertex, b1, b2);
+    normalOut = UVector3(b1 % b2);
+    return position;
 }
 
 void BoneTransformVector::transformVertices(int first, int last, const BaseDisplayData* data,
                                             Vector3* positionsOut) const {
-    for (int v = first; v < last; ++v) {
-        positionsOut[v] = getTransformed(v, data);
-    }
+    skinPoints(Skinner(bones, *data), first, last, positionsOut);
 }
 
 void BoneTransformVector::transformVertices(int first, int last, const BaseDisplayData* data,
                                             const UVector3* normals, Vector3* positionsOut,
                                             UVector3* normalsOut) const {
-    for (int v = first; v < last; ++v) {
-        positionsOut[v] = getTransformed(v, data, normals[v], normalsOut[v]);
+    const Skinner skinner(bones, *data);
+    if (!skinner.isSkinned()) {
+        for (int v = first; v < last; ++v) {
+            positionsOut[v] = skinner.restPosition(v);
+            normalsOut[v] = normals[v];
+        }
+        return;
+    }
+    VectorBlock b1;
+    VectorBlock b2;
+    for (int start = first; start < last; start += VectorBlock::kSize) {
+        const int count = (std::min)(last - start, VectorBlock::kSize);
+        basesOf(normals + start, count, b1, b2);
+        skinBlock(skinner, start, count, positionsOut + start, b1, b2);
+        cross(b1, b2);
+        normalize(b1);
+        for (int i = 0; i < count; ++i) {
+            static_cast<Vector3&>(normalsOut[start + i]) = b1.get(i);
+        }
     }
 }
