@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "geomKit/queries/LineLineInt.h"
+#include "geomKit/queries/LinePlaneInt.h"
 #include "geomKit/queries/LineSphereInt.h"
 #include "geomKit/queries/LineTriangleInt.h"
 #include "geomKit/queries/PlanePlaneInt.h"
