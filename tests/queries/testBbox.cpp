@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 
 #include <gtest/gtest.h>
@@ -16,7 +18,10 @@ Bbox box(const Vector3& lo, const Vector3& hi) {
 }
 
 bool sameBits(const Bbox& a, const Bbox& b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    std::uint64_t bits[2][6];
+    std::memcpy(bits[0], &a, sizeof a);
+    std::memcpy(bits[1], &b, sizeof b);
+    return std::equal(bits[0], bits[0] + 6, bits[1]);
 }
 
 TEST(Bbox, BuildsTheSameBitsAsAPassInOrder) {
