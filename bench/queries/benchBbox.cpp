@@ -98,7 +98,7 @@ void imath(benchmark::State& state) {
 }
 
 BENCHMARK(geomKit)->Name("Bbox/geomKit");
-BENCHMARK(geomKitUpdate)->Name("Bbox/geomKitUpdate");
+BENCHMARK(geomKitUpdate)->Name("BboxByUpdate/geomKit");
 BENCHMARK(eigenAlignedBox)->Name("Bbox/EigenAlignedBox");
 BENCHMARK(eigenReductions)->Name("Bbox/EigenReductions");
 BENCHMARK(imath)->Name("Bbox/Imath");
