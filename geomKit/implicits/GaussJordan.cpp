@@ -7,6 +7,11 @@
 
 namespace {
 
+constexpr std::size_t kPanel = GaussJordan::kPanel;
+
+/// Columns that catch up together: those of a panel's pivot rows are 16 KiB.
+constexpr std::size_t kStrip = 64;
+
 GEOMKIT_INLINE_KERNEL void scaleRow(double* row, std::size_t columns, double s) {
     for (std::size_t c = 0; c < columns; ++c)
         row[c] *= s;
@@ -39,6 +44,25 @@ GEOMKIT_INLINE_KERNEL void addEightRows(double* __restrict target, const double*
         t = r6[c] * f[6] + t;
         target[c] = r7[c] * f[7] + t;
     }
+}
+
+/// Adds to `target` the pivot rows from `begin` to `end`, in order, each times its factor. A factor
+/// of 0 adds nothing: not even a zero, which could turn -0 into 0 or meet an infinity.
+GEOMKIT_INLINE_KERNEL void addRows(double* target, std::size_t columns, const double* rows,
+                                   const double* factors, std::size_t begin, std::size_t end) {
+    std::array<const double*, kPanel> due;
+    std::array<double, kPanel> f;
+    std::size_t count = 0;
+    for (std::size_t j = begin; j < end; ++j) {
+        due[count] = rows + j * kStrip;
+        f[count] = factors[j];
+        count += factors[j] != 0.0 ? 1 : 0;
+    }
+    std::size_t done = 0;
+    for (; done + 8 <= count; done += 8)
+        addEightRows(target, &due[done], &f[done], columns);
+    for (; done < count; ++done)
+        addRow(target, due[done], f[done], columns);
 }
 
 }  // namespace
@@ -145,11 +169,11 @@ void GaussJordan::catchUpStrip(std::size_t first, std::size_t begin, std::size_t
     }
 
     // Each pivot row as it stands at its own step, which is what the other rows add.
-    Strip pivots;
+    std::array<double, kPanel * kStrip> pivots;
     for (std::size_t j = 0; j < steps_; ++j) {
         double* const pivot = pivots.data() + j * kStrip;
         std::copy_n(row(first + j) + begin, columns, pivot);
-        addRows(pivot, columns, pivots, factorRow(first + j), 0, j);
+        callWide<addRows>(pivot, columns, pivots.data(), factorRow(first + j), 0, j);
         callWide<scaleRow>(pivot, columns, scales_[j]);
     }
 
@@ -160,25 +184,6 @@ void GaussJordan::catchUpStrip(std::size_t first, std::size_t begin, std::size_t
             due = i - first;
             std::copy_n(pivots.data() + due * kStrip, columns, target);
         }
-        addRows(target, columns, pivots, factorRow(i), due, steps_);
+        callWide<addRows>(target, columns, pivots.data(), factorRow(i), due, steps_);
     }
-}
-
-/// Adds to `target` the pivot rows from `begin` to `end`, in order, each times its factor. A factor
-/// of 0 adds nothing: not even a zero, which could turn -0 into 0 or meet an infinity.
-void GaussJordan::addRows(double* target, std::size_t columns, const Strip& rows,
-                          const double* factors, std::size_t begin, std::size_t end) {
-    std::array<const double*, kPanel> due{};
-    std::array<double, kPanel> f{};
-    std::size_t count = 0;
-    for (std::size_t j = begin; j < end; ++j) {
-        due[count] = rows.data() + j * kStrip;
-        f[count] = factors[j];
-        count += factors[j] != 0.0 ? 1 : 0;
-    }
-    std::size_t done = 0;
-    for (; done + 8 <= count; done += 8)
-        callWide<addEightRows>(target, &due[done], &f[done], columns);
-    for (; done < count; ++done)
-        callWide<addRow>(target, due[done], f[done], columns);
 }

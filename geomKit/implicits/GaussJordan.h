@@ -14,6 +14,9 @@
 /// a panel and catches up on the panel's pivots, one after the other, while it lies in the cache.
 class GaussJordan {
 public:
+    /// Pivots of a panel.
+    static constexpr std::size_t kPanel = 32;
+
     enum class Mode {
         /// Every column receives every operation.
         KeepColumns,
@@ -33,11 +36,6 @@ public:
     const std::vector<std::size_t>& pivotRows() const { return pivotRows_; }
 
 private:
-    /// Pivots of a panel, and columns of a strip: one strip of a panel's pivot rows is 16 KiB.
-    static constexpr std::size_t kPanel = 32;
-    static constexpr std::size_t kStrip = 64;
-    using Strip = std::array<double, kPanel * kStrip>;
-
     double* row(std::size_t i) { return entries_ + i * width_; }
     double* panelRow(std::size_t i) { return panel_.data() + i * kPanel; }
     double* factorRow(std::size_t i) { return factors_.data() + i * kPanel; }
@@ -48,8 +46,6 @@ private:
     bool isColumnFinite(std::size_t j);
     void catchUp(std::size_t first, std::size_t begin, std::size_t end);
     void catchUpStrip(std::size_t first, std::size_t begin, std::size_t columns);
-    void addRows(double* target, std::size_t columns, const Strip& rows, const double* factors,
-                 std::size_t begin, std::size_t end);
 
     double* entries_;
     std::size_t size_;
