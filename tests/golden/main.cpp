@@ -17,4 +17,5 @@ Digest::~Digest() {
 int main() {
     digestVectorAlgebra();
     digestQueries();
+    digestImplicits();
 }
