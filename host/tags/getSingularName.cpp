@@ -16,19 +16,21 @@ constexpr Ending kEndings[] = {
     {"atrices", "atrix"},
     {"hildren", "hild"},
     {"eople", "erson"},
-    {"xes", "x"},
-    {"series", "series"},
+    {"eries", "eries"},
     {"pecies", "pecies"},
     {"ies", "y"},
-    {"ches", "ch"},
+    {"axes", "axis"},
+    {"xes", "x"},
+    {"tches", "tch"},
+    {"nches", "nch"},
+    {"rches", "rch"},
     {"shes", "sh"},
     {"sses", "ss"},
     {"zzes", "zz"},
-    {"uses", "us"},
-    {"leaves", "leaf"},
+    {"tatuses", "tatus"},
     {"halves", "half"},
-    {"shelves", "shelf"},
-    {"lves", "lf"},
+    {"elves", "elf"},
+    {"leaves", "leaf"},
     {"oes", "o"},
     {"ss", "ss"},
     {"us", "us"},
@@ -37,16 +39,17 @@ constexpr Ending kEndings[] = {
 };
 
 bool endsWith(std::string_view text, std::string_view ending) {
-    return text.size() > ending.size() && text.substr(text.size() - ending.size()) == ending;
+    return text.size() >= ending.size() && text.substr(text.size() - ending.size()) == ending;
 }
 
 }  // namespace
 
 std::string getSingularName(const std::string& name) {
     for (const Ending& ending : kEndings) {
-        if (endsWith(name, ending.plural)) {
-            return name.substr(0, name.size() - ending.plural.size()).append(ending.singular);
-        }
+        if (!endsWith(name, ending.plural)) continue;
+        const std::string stem = name.substr(0, name.size() - ending.plural.size());
+        const std::string singular = stem + std::string(ending.singular);
+        return singular.empty() ? name : singular;
     }
     return name;
 }

@@ -2,7 +2,6 @@
 
 #include <fstream>
 #include <istream>
-#include <iterator>
 #include <string>
 #include <utility>
 
@@ -11,6 +10,8 @@
 #include "host/tags/XmlSource.h"
 
 namespace {
+
+constexpr std::size_t kPieceSize = std::size_t{1} << 20;
 
 LoadedDocument _refuse(std::string what) {
     LoadedDocument result;
@@ -37,8 +38,14 @@ LoadedDocument loadDocument(std::string_view document) {
 }
 
 LoadedDocument loadDocument(std::istream& document) {
-    const std::string text{std::istreambuf_iterator<char>(document),
-                           std::istreambuf_iterator<char>()};
+    std::string text;
+    std::size_t size = 0;
+    do {
+        text.resize(size + kPieceSize);
+        document.read(&text[size], static_cast<std::streamsize>(kPieceSize));
+        size += static_cast<std::size_t>(document.gcount());
+    } while (document);
+    text.resize(size);
     if (document.bad()) return _refuse("the stream could not be read");
     return loadDocument(text);
 }
