@@ -14,28 +14,23 @@ namespace {
 
 const std::string kClassName = "MeshFunction2D";
 
-boost::intrusive_ptr<Field> scalar(const std::string& name, bool MeshFunction2D::*member) {
-    using Accessor = MemberAccessor<MeshFunction2D, bool>;
-    return new MemberField<MeshFunction2D, bool>(name, Accessor(member), SimpleTypeHandler<bool>());
-}
-
+/// The field of a sequence, its elements named with the singular of its name.
 template <typename T>
 boost::intrusive_ptr<Field> sequence(const std::string& name,
                                      std::vector<T> MeshFunction2D::*member) {
-    using Accessor = MemberAccessor<MeshFunction2D, std::vector<T>>;
     using Handler = SequenceTypeHandler<SimpleTypeHandler<T>>;
-    return new MemberField<MeshFunction2D, std::vector<T>>(name, Accessor(member),
-                                                           Handler(getSingularName(name)));
+    return new MemberField(name, MemberAccessor(member), Handler(getSingularName(name)));
 }
 
 ClassDesc describe(const ClassDesc& base) {
+    const MemberAccessor flag(&MeshFunction2D::extrapolateFlag);
     ClassDesc desc(kClassName);
     desc.add(new CompositeField("super", base));
     desc.add(sequence("params", &MeshFunction2D::params));
     desc.add(sequence("values", &MeshFunction2D::values));
     desc.add(sequence("normaldots", &MeshFunction2D::normaldots));
     desc.add(sequence("facets", &MeshFunction2D::facets));
-    desc.add(scalar("extrapolateFlag", &MeshFunction2D::extrapolateFlag));
+    desc.add(new MemberField("extrapolateFlag", flag, SimpleTypeHandler<bool>()));
     return desc;
 }
 

@@ -11,13 +11,6 @@
 #include "host/tags/SequenceTypeHandler.h"
 #include "host/tags/SerializableFactory.h"
 #include "host/tags/SimpleTypeHandler.h"
-#include "host/tags/getSingularName.h"
-
-/// A field whose class and member type follow from the member.
-template <typename Class, typename T, typename Handler>
-boost::intrusive_ptr<Field> makeField(const char* name, T Class::*member, Handler handler) {
-    return new MemberField<Class, T>(name, MemberAccessor<Class, T>(member), handler);
-}
 
 class Bone : public Serializable {
 public:
@@ -26,10 +19,12 @@ public:
 
     const boost::intrusive_ptr<CompositeField>& classField() const override {
         static const boost::intrusive_ptr<CompositeField> field = [] {
-            using Children = SequenceTypeHandler<CompositeTypeHandler<Bone>>;
+            const MemberAccessor tipOf(&Bone::tip);
+            const MemberAccessor childrenOf(&Bone::children);
+            const SequenceTypeHandler<CompositeTypeHandler<Bone>> list("child");
             ClassDesc desc("Bone");
-            desc.add(makeField("tip", &Bone::tip, SimpleTypeHandler<Vector3>()));
-            desc.add(makeField("children", &Bone::children, Children(getSingularName("children"))));
+            desc.add(new MemberField("tip", tipOf, SimpleTypeHandler<Vector3>()));
+            desc.add(new MemberField("children", childrenOf, list));
             return new CompositeField("Bone", desc);
         }();
         return field;
@@ -51,13 +46,15 @@ public:
 
 private:
     static ClassDesc describe(const ClassDesc& base) {
-        using Path = SequenceTypeHandler<SimpleTypeHandler<Vector3>>;
+        const SequenceTypeHandler<SimpleTypeHandler<Vector3>> points("point");
+        const CompositeTypeHandler<MeshFunction2D> shapes;
         ClassDesc desc("Rig");
         desc.add(new CompositeField("super", base));
-        desc.add(makeField("path", &Rig::path, Path("point")));
-        desc.add(makeField("shape", &Rig::shape, CompositeTypeHandler<MeshFunction2D>()));
-        desc.add(makeField("weight", &Rig::weight, SimpleTypeHandler<float>()));
-        desc.add(makeField("count", &Rig::count, SimpleTypeHandler<int>()));
+        desc.add(new MemberField("path", MemberAccessor(&Rig::path), points));
+        desc.add(new MemberField("shape", MemberAccessor(&Rig::shape), shapes));
+        desc.add(
+            new MemberField("weight", MemberAccessor(&Rig::weight), SimpleTypeHandler<float>()));
+        desc.add(new MemberField("count", MemberAccessor(&Rig::count), SimpleTypeHandler<int>()));
         return desc;
     }
 };

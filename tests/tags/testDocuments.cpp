@@ -1,5 +1,3 @@
-#include <fstream>
-
 #include "host/tags/getSingularName.h"
 #include "tests/tags/Rig.h"
 #include "tests/tags/documents.h"
@@ -129,17 +127,6 @@ TEST(Documents, attributesAndTextOfAnyCharacters) {
     EXPECT_EQ(out.str(),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
               "<tag b=\"\xC3\xA9\" a=\"&lt;'&quot;&amp;&gt;&#10;&#1;\">]]&gt; &amp; &#13;</tag>\n");
-}
-
-/// Registered by the code of the page, and shown there as a document.
-TEST(Documents, thePageOfTheManual) {
-    std::ifstream file(GEOMKIT_PAGE);
-    std::string page{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    const std::size_t start =
-        page.find("```xml\n<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Landmark>");
-    ASSERT_NE(start, std::string::npos);
-    const std::string document = page.substr(start + 7, page.find("```", start + 7) - start - 7);
-    EXPECT_EQ(saved(*loadedAs<Serializable>(document)), document);
 }
 
 TEST(Documents, singularNames) {
