@@ -15,7 +15,7 @@ template <>
 class GEOMKIT_API SimpleTypeHandler<ktNM::vect2<double>> final
     : public TypeHandler<ktNM::vect2<double>> {
 public:
-    static const std::array<std::string, 2> _attrs;
+    static const std::array<std::string, 2> _attrs;  // NOLINT(readability-identifier-naming)
 
     void save(const ktNM::vect2<double>& value, OutTag& tag) const override;
     void load(ktNM::vect2<double>& value, InTag& tag) const override;

@@ -18,7 +18,7 @@
 template <>
 class GEOMKIT_API SimpleTypeHandler<Vector3> final : public TypeHandler<Vector3> {
 public:
-    static const std::array<std::string, 3> _attrs;
+    static const std::array<std::string, 3> _attrs;  // NOLINT(readability-identifier-naming)
 
     void save(const Vector3& value, OutTag& tag) const override;
     void load(Vector3& value, InTag& tag) const override;
