@@ -18,4 +18,5 @@ int main() {
     digestVectorAlgebra();
     digestQueries();
     digestImplicits();
+    digestMeshFunctions();
 }
