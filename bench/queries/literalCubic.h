@@ -38,9 +38,11 @@ inline int solveCubicLiterally(double a, double b, double c, double d, double* r
                 x = (lo + hi) * 0.5;
             } else {
                 x = (f(hi) * lo - f(lo) * hi) / (f(hi) - f(lo));
-                const double inset = hi - lo >= 3e-10 ? 1e-10 : 0.0;
-                x = std::min(hi - inset, x);
-                x = std::max(lo + inset, x);
+                if (hi - lo >= 3e-10) {
+                    x = std::max(lo + 1e-10, std::min(hi - 1e-10, x));
+                } else {
+                    x = std::max(lo, std::min(hi, x));
+                }
             }
             if (f(x) * f(hi) <= 0.0) {
                 lo = x;

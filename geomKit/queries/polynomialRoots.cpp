@@ -39,11 +39,25 @@ struct Bracket {
     /// bound, and the halving of the next step makes the progress.
     double cut() const {
         const double x = (fHi * lo - fLo * hi) / (fHi - fLo);
-        const double inset = hi - lo >= kWideBracket ? kCutInset : 0.0;
-        const double upper = hi - inset;
-        const double lower = lo + inset;
+        const bool wide = hi - lo >= kWideBracket;
+        const double upper = wide ? hi - kCutInset : hi;
+        const double lower = wide ? lo + kCutInset : lo;
         const double clipped = x < upper ? x : upper;
         return clipped > lower ? clipped : lower;
+    }
+    /// The difference is signed on purpose: a falling cubic is only ever halved.
+    bool mayBeCut() const { return !(fHi - fLo <= kValueTol); }
+    bool keepsHi(double fx) const { return fx * fHi <= 0.0; }
+    void setLo(double x, double fx) {
+        lo = x;
+        fLo = fx;
+    }
+    void setHi(double x, double fx) {
+        hi = x;
+        fHi = fx;
+    }
+    bool isDone() const {
+        return !(hi - lo > kBracketTol) && !(std::abs(fHi) + std::abs(fLo) > kValueTol);
     }
 };
 
@@ -60,29 +74,39 @@ bool findMultipleRoot(const Cubic& f, double& root) {
     return false;
 }
 
-double findBracketedRoot(const Cubic& f) {
+Bracket findBracket(const Cubic& f) {
     Bracket b = {-1.0, 1.0, f(-1.0), f(1.0)};
     // At infinity the values differ in sign or are NaN, so the second test only says so.
     while (b.fHi * b.fLo > 0.0 && b.hi < kInfinity) {
-        b.hi *= kBracketGrowth;
-        b.lo *= kBracketGrowth;
-        b.fHi = f(b.hi);
-        b.fLo = f(b.lo);
+        const double hi = b.hi * kBracketGrowth;
+        b = {-hi, hi, f(-hi), f(hi)};
     }
+    return b;
+}
+
+double findBracketedRoot(const Cubic& f) {
+    Bracket b = findBracket(f);
     // A step depends on the bracket and its parity alone: after two that changed nothing, none
-    // will. Where rounding keeps the values above the tolerance this saves the rest of the 101.
+    // will. Where rounding keeps the values above the tolerance this saves the rest of the steps.
     int idleSteps = 0;
     for (int step = 1; step <= kMaxSteps && idleSteps < 2; ++step) {
-        // The difference is signed on purpose: a falling cubic is only ever halved.
-        const bool halve = b.fHi - b.fLo <= kValueTol || step % 2 == 0;
-        const double x = halve ? b.middle() : b.cut();
+        const bool cut = b.mayBeCut() && step % 2 == 1;
+        const double x = cut ? b.cut() : b.middle();
+        // A cut at an end changes nothing, and a processor that may guess so need not wait for the
+        // quotient before it halves: up to a third of the time.
+        if (cut && ((x == b.lo && b.keepsHi(b.fLo)) || (x == b.hi && !b.keepsHi(b.fHi)))) {
+            ++idleSteps;
+            continue;
+        }
         const double fx = f(x);
-        const bool keepsHi = fx * b.fHi <= 0.0;
-        double& end = keepsHi ? b.lo : b.hi;
-        idleSteps = x == end ? idleSteps + 1 : 0;
-        end = x;
-        (keepsHi ? b.fLo : b.fHi) = fx;
-        if (!(b.hi - b.lo > kBracketTol) && !(std::abs(b.fHi) + std::abs(b.fLo) > kValueTol)) break;
+        if (b.keepsHi(fx)) {
+            idleSteps = x == b.lo ? idleSteps + 1 : 0;
+            b.setLo(x, fx);
+        } else {
+            idleSteps = x == b.hi ? idleSteps + 1 : 0;
+            b.setHi(x, fx);
+        }
+        if (b.isDone()) break;
     }
     return std::abs(b.fHi) < std::abs(b.fLo) ? b.hi : b.lo;
 }
