@@ -1,0 +1,81 @@
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "bench/queries/literalCubic.h"
+#include "geomKit/queries/SmoothWeight.h"
+#include "geomKit/queries/polynomialRoots.h"
+#include "tests/golden/Digest.h"
+
+namespace {
+
+TEST(PolynomialRoots, FindsTheRootsThatACubicWasBuiltFrom) {
+    // Multiples of 1/16 have exact coefficients, so a double or triple root is truly one.
+    InputSource in(41);
+    for (int i = 0; i < 20000; ++i) {
+        const double a = std::ldexp(i % 2 == 0 ? 1.0 : -1.0, in.index(7) - 5);
+        const double p = (in.index(129) - 64) / 16.0;
+        const double q = i % 3 == 0 ? p : (in.index(129) - 64) / 16.0;
+        const double r = i % 9 == 0 ? p : (in.index(129) - 64) / 16.0;
+        double expected[3] = {p, q, r};
+        std::sort(expected, expected + 3);
+        const double scale = i % 3 == 0 ? 1.0 : std::ldexp(1.0, in.index(20));
+        const double b = -a * (p + q + r) * scale;
+        const double c = a * (p * q + q * r + r * p) * scale * scale;
+        double x[3];
+        ASSERT_EQ(solveCubic(a, b, c, -a * p * q * r * scale * scale * scale, x), 3);
+        for (int k = 0; k < 3; ++k)
+            EXPECT_NEAR(x[k], expected[k] * scale, 1e-9 * scale) << p << " " << q << " " << r;
+        // One real root: the quadratic factor has the roots q +- i sqrt(r^2 + 1).
+        const double m = q * q + r * r + 1.0;
+        ASSERT_EQ(solveCubic(a, -a * (p + 2.0 * q), a * (2.0 * p * q + m), -a * p * m, x), 1);
+        EXPECT_NEAR(x[0], p, 5e-14);
+        // Of lower degree; the pair descends for a negative leading coefficient.
+        ASSERT_EQ(solveCubic(9e-14, a, -a * (p + q), a * p * q, x), 2);
+        EXPECT_NEAR(x[0], a > 0.0 ? std::min(p, q) : std::max(p, q), 1e-11);
+        EXPECT_NEAR(x[1], a > 0.0 ? std::max(p, q) : std::min(p, q), 1e-11);
+        EXPECT_EQ(solveCubic(0.0, a, 0.0, a, x) + solveCubic(0.0, 0.0, 0.0, p, x), 0);
+    }
+}
+
+TEST(PolynomialRoots, ReturnsTheBitsOfThePlainFormForEveryInput) {
+    const double special[] = {0.0,   1.0,   -1.0,   1e-13,    -3e-160,   5e-324,
+                              1e154, 1e308, -1e308, HUGE_VAL, -HUGE_VAL, std::nan("")};
+    constexpr int kSpecials = 12 * 12 * 12 * 12;
+    InputSource in(43);
+    for (int i = 0; i < 2 * kSpecials; ++i) {
+        double k[4];
+        for (int j = 0, n = i; j < 4; ++j, n /= 12) {
+            const double drawn = in.uniform(-1.0, 1.0) * std::pow(10.0, in.index(9));
+            k[j] = i < kSpecials ? special[n % 12] : drawn;
+        }
+        double ours[3] = {7.0, 7.0, 7.0};
+        double plain[3] = {7.0, 7.0, 7.0};
+        ASSERT_EQ(solveCubic(k[0], k[1], k[2], k[3], ours),
+                  solveCubicLiterally(k[0], k[1], k[2], k[3], plain));
+        for (int j = 0; j < 3; ++j)
+            EXPECT_TRUE(ours[j] == plain[j] || (std::isnan(ours[j]) && std::isnan(plain[j]))) << i;
+    }
+}
+
+TEST(SmoothWeight, HasTheDerivativesItSaysAndEndsAtItsMargin) {
+    for (double x = -0.9; x < 5.0; x += 0.0625) {
+        double w[3];
+        double dw[3];
+        double d2w[3];
+        for (int k = 0; k < 3; ++k)
+            SmoothWeight(2.0, 3.0).evaluate(x + (k - 1) * 1e-4, &w[k], &dw[k], &d2w[k]);
+        EXPECT_NEAR(dw[1], (w[2] - w[0]) / 2e-4, 1e-7);
+        EXPECT_NEAR(d2w[1], (dw[2] - dw[0]) / 2e-4, 1e-7);
+    }
+    const auto at = [](double radius, double x) {
+        double w = -1.0;
+        SmoothWeight(0.0, radius).evaluate(x, &w, nullptr, nullptr);
+        return w;
+    };
+    EXPECT_EQ(at(1.0, 0.5), 0.421875);
+    EXPECT_TRUE(at(1.0, 1.0 - 0.9e-8) == 0.0 && at(1.0, 1.0 - 1.1e-8) > 0.0);
+    EXPECT_TRUE(at(1e-8, 0.9e-8) == 1.0 && at(1e-8, 1.1e-8) == 0.0 && at(-1.0, 0.0) == 0.0);
+}
+
+}  // namespace
