@@ -92,5 +92,6 @@ private:
 void digestVectorAlgebra();
 void digestTransforms();
 void digestQueries();
+void digestFitting();
 void digestImplicits();
 void digestMeshFunctions();

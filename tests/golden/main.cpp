@@ -17,6 +17,7 @@ Digest::~Digest() {
 int main() {
     digestVectorAlgebra();
     digestQueries();
+    digestFitting();
     digestImplicits();
     digestMeshFunctions();
 }
