@@ -1,0 +1,16 @@
+/// @file
+/// The samples that the benchmarks of the radial-basis field share.
+#pragma once
+
+#include "bench/implicits/plainElimination.h"
+#include "tests/golden/Digest.h"
+
+inline PlainSamples fieldSamples(std::size_t count) {
+    InputSource in(71);
+    PlainSamples samples(count);
+    for (auto& [point, value] : samples) {
+        point = in.vector(1.0);
+        value = in.uniform(-1.0, 1.0);
+    }
+    return samples;
+}
