@@ -6,24 +6,47 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <sys/resource.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 namespace demo {
 namespace {
 
-constexpr std::array<int, 5> kCrashes = {SIGSEGV, SIGBUS, SIGABRT, SIGFPE, SIGILL};
+// The last is the timer's.
+constexpr std::array<int, 6> kSignals = {SIGSEGV, SIGBUS, SIGABRT, SIGFPE, SIGILL, SIGPROF};
+constexpr int kSeconds = 60;
+constexpr rlim_t kAddressSpace = rlim_t{8} << 30;
 
 // What a handler may touch when neither the heap nor the stack is to be trusted.
 std::array<char, 512> text;
 std::size_t textSize = 0;
 int status = 0;
 std::array<char, 16384> handlerStack;
-std::array<struct sigaction, kCrashes.size()> previous;
+std::array<struct sigaction, kSignals.size()> previous;
+rlimit previousSpace{};
 
 extern "C" void leave(int) {
     const auto written = ::write(STDERR_FILENO, text.data(), textSize);
     static_cast<void>(written);
     std::_Exit(status);
+}
+
+void setTimer(int seconds) {
+    itimerval timer{};
+    timer.it_value.tv_sec = seconds;
+    ::setitimer(ITIMER_PROF, &timer, nullptr);
+}
+
+void limitAddressSpace(rlim_t limit) {
+    // The sanitizers reserve terabytes of it.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    rlimit space = previousSpace;
+    space.rlim_cur = std::min(space.rlim_cur, limit);
+    ::setrlimit(RLIMIT_AS, &space);
+#else
+    static_cast<void>(limit);
+#endif
 }
 
 }  // namespace
@@ -41,13 +64,20 @@ ImportGuard::ImportGuard(const char* message, int exitStatus) {
     struct sigaction action {};
     action.sa_handler = &leave;
     action.sa_flags = SA_ONSTACK;
-    for (std::size_t i = 0; i < kCrashes.size(); ++i)
-        ::sigaction(kCrashes[i], &action, &previous[i]);
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        ::sigaction(kSignals[i], &action, &previous[i]);
+    }
+    setTimer(kSeconds);
+    ::getrlimit(RLIMIT_AS, &previousSpace);
+    limitAddressSpace(kAddressSpace);
 }
 
 ImportGuard::~ImportGuard() {
-    for (std::size_t i = 0; i < kCrashes.size(); ++i)
-        ::sigaction(kCrashes[i], &previous[i], nullptr);
+    limitAddressSpace(RLIM_INFINITY);
+    setTimer(0);
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        ::sigaction(kSignals[i], &previous[i], nullptr);
+    }
 }
 
 }  // namespace demo

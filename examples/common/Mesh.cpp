@@ -1,6 +1,17 @@
 #include "examples/common/Mesh.h"
 
 namespace demo {
+namespace {
+
+Vector3 between(const Vector3& a, const Vector3& b, double t) {
+    return a + (b - a) * t;
+}
+
+Point2 between(const Point2& a, const Point2& b, double t) {
+    return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t};
+}
+
+}  // namespace
 
 void computeNormals(Mesh& mesh) {
     mesh.normals.assign(mesh.positions.size(), Vector3());
@@ -31,6 +42,19 @@ void append(Mesh& mesh, const Mesh& more) {
     for (const int vertex : more.facets) {
         mesh.facets.push_back(vertex + first);
     }
+}
+
+int appendBetween(Mesh& mesh, const Mesh& from, int a, int b, double t) {
+    const auto blend = [a, b, t](auto& to, const auto& data) {
+        if (data.empty()) return;
+        to.push_back(
+            between(data[static_cast<std::size_t>(a)], data[static_cast<std::size_t>(b)], t));
+    };
+    blend(mesh.positions, from.positions);
+    blend(mesh.normals, from.normals);
+    blend(mesh.uvs, from.uvs);
+    blend(mesh.curvatures, from.curvatures);
+    return static_cast<int>(mesh.positions.size()) - 1;
 }
 
 }  // namespace demo

@@ -28,4 +28,8 @@ void computeNormals(Mesh& mesh);
 /// Adds the vertices and facets of another mesh with the same kinds of data.
 void append(Mesh& mesh, const Mesh& more);
 
+/// Adds the vertex that divides the way from vertex a to vertex b of `from` in the ratio t, all its
+/// data interpolated linearly, and returns its index. `from` may be the mesh itself.
+int appendBetween(Mesh& mesh, const Mesh& from, int a, int b, double t);
+
 }  // namespace demo

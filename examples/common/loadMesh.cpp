@@ -1,17 +1,14 @@
 #include "examples/common/loadMesh.h"
 
-#include <algorithm>
 #include <cmath>
 #include <new>
-
-#if defined(__unix__)
-#include <sys/resource.h>
-#endif
 
 #include <assimp/Importer.hpp>
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
+
+#include "examples/common/ImportGuard.h"
 
 namespace demo {
 namespace {
@@ -24,35 +21,9 @@ constexpr unsigned kSteps = aiProcess_ValidateDataStructure | aiProcess_RemoveCo
                             aiProcess_JoinIdenticalVertices;
 constexpr int kDropped = aiComponent_NORMALS | aiComponent_TANGENTS_AND_BITANGENTS |
                          aiComponent_COLORS | aiComponent_BONEWEIGHTS | aiComponent_ANIMATIONS;
+/// Exit status of the program when the importer takes it down.
+constexpr int kBadFile = 2;
 constexpr float kCreaseDegrees = 50.0F;
-
-/// Address space for the process while a file is read: a header that promises billions of vertices
-/// then fails at once instead of filling the machine.
-constexpr std::size_t kAddressSpace = std::size_t{8} << 30;
-
-/// Holds the soft limit of the address space down, where the platform can do it.
-class MemoryLimit {
-public:
-#if defined(__unix__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-    MemoryLimit() {
-        if (getrlimit(RLIMIT_AS, &before_) != 0) return;
-        rlimit lowered = before_;
-        lowered.rlim_cur = std::min<rlim_t>(before_.rlim_cur, kAddressSpace);
-        isHeld_ = setrlimit(RLIMIT_AS, &lowered) == 0;
-    }
-    ~MemoryLimit() {
-        if (isHeld_) setrlimit(RLIMIT_AS, &before_);
-    }
-
-private:
-    rlimit before_{};
-    bool isHeld_ = false;
-#else
-    MemoryLimit() {}
-#endif
-    MemoryLimit(const MemoryLimit&) = delete;
-    MemoryLimit& operator=(const MemoryLimit&) = delete;
-};
 
 Vector3 toVector3(const aiVector3D& v) {
     return {static_cast<double>(v.x), static_cast<double>(v.y), static_cast<double>(v.z)};
@@ -104,7 +75,8 @@ std::optional<Mesh> loadMesh(const std::string& path, std::string* error) {
     importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, kCreaseDegrees);
     const aiScene* scene = nullptr;
     try {
-        const MemoryLimit limit;
+        const ImportGuard guard((path + ": damaged; its importer got lost in it").c_str(),
+                                kBadFile);
         scene = importer.ReadFile(path, kSteps);
     } catch (const std::bad_alloc&) {
         return fail("the model needs too much memory");

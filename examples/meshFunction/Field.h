@@ -23,6 +23,7 @@ struct Field {
     int perPixel = 1;
     std::vector<FieldSample> samples;
     std::size_t queries = 0;
+    std::size_t answers = 0;
     double seconds = 0.0;
 
     const FieldSample& at(int pixelX, int pixelY, int sample) const;
@@ -31,7 +32,8 @@ struct Field {
 /// Asks `evaluate` for every sample.
 Field evaluateOver(const MeshFunction2D& function, int width, int height, int perPixel);
 
-/// Asks `extrapolate` at the middle of every pixel.
+/// Asks `extrapolate` at the middle of every pixel, or, since a query searches all boundary chains,
+/// of every few pixels when the function has hundreds of them.
 Field extrapolateOver(const MeshFunction2D& function, int width, int height);
 
 }  // namespace demo

@@ -42,7 +42,7 @@ Mesh visibleBackOf(Mesh mesh, const Camera& camera, int width, int height) {
     const SampledScene scene(at, mesh.facets, width, height);
     const std::vector<int> all = std::exchange(mesh.facets, {});
     for (int f = 0; f < static_cast<int>(all.size() / 3); ++f) {
-        const int* corners = &all[static_cast<std::size_t>(3 * f)];
+        const int* corners = &all[3 * static_cast<std::size_t>(f)];
         const auto showsBack = [&](int v) { return cosine[static_cast<std::size_t>(v)] < 0.0; };
         if (!scene.isVisible(f) || !std::all_of(corners, corners + 3, showsBack)) continue;
         mesh.facets.insert(mesh.facets.end(), {corners[0], corners[2], corners[1]});
@@ -76,7 +76,7 @@ View viewMesh(const Mesh& mesh, const Camera& camera, int width, int height, dou
     std::vector<int> ordered;
     ordered.reserve(view.mesh.facets.size());
     for (const int facet : frontToBack({view.at, view.mesh.facets, width, height})) {
-        const int* corners = &view.mesh.facets[static_cast<std::size_t>(3 * facet)];
+        const int* corners = &view.mesh.facets[3 * static_cast<std::size_t>(facet)];
         if (showsFront(view.at, corners)) ordered.insert(ordered.end(), corners, corners + 3);
     }
     view.mesh.facets = std::move(ordered);

@@ -7,14 +7,6 @@
 namespace demo {
 namespace {
 
-Vector3 between(const Vector3& a, const Vector3& b, double t) {
-    return a + (b - a) * t;
-}
-
-Point2 between(const Point2& a, const Point2& b, double t) {
-    return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t};
-}
-
 class Cutter {
 public:
     Cutter(const Mesh& source, const std::vector<double>& side)
@@ -42,7 +34,7 @@ private:
 
     int copyOf(int vertex) {
         int& copy = copies_[at(vertex)];
-        if (copy < 0) copy = append(vertex, vertex, 0.0);
+        if (copy < 0) copy = appendBetween(result, source_, vertex, vertex, 0.0);
         return copy;
     }
 
@@ -51,20 +43,9 @@ private:
         const auto [place, isNew] = crossings_.try_emplace({low, high}, -1);
         if (isNew) {
             const double t = side_[at(low)] / (side_[at(low)] - side_[at(high)]);
-            place->second = append(low, high, t);
+            place->second = appendBetween(result, source_, low, high, t);
         }
         return place->second;
-    }
-
-    int append(int a, int b, double t) {
-        const auto blend = [&](const auto& from, auto& to) {
-            if (!from.empty()) to.push_back(between(from[at(a)], from[at(b)], t));
-        };
-        blend(source_.positions, result.positions);
-        blend(source_.normals, result.normals);
-        blend(source_.uvs, result.uvs);
-        blend(source_.curvatures, result.curvatures);
-        return static_cast<int>(result.positions.size()) - 1;
     }
 
     const Mesh& source_;

@@ -37,7 +37,8 @@ std::optional<std::vector<TexturedPatch>> loadPatches(const std::string& path, s
             valid = readPatch(line, points, &patches.back());
         }
         if (!valid) {
-            *error = path + ", line " + std::to_string(number) + " is not understood: " + text;
+            *error = path + ", line " + std::to_string(number);
+            *error += " is not understood: " + text;
             return std::nullopt;
         }
     }

@@ -13,7 +13,9 @@
 #include "examples/meshFunction/groundShadow.h"
 #include "examples/meshFunction/pictures.h"
 #include "examples/meshFunction/refineMesh.h"
+#include "examples/meshFunction/saveAndLoad.h"
 #include "examples/meshFunction/teapot.h"
+#include "examples/meshFunction/texture.h"
 
 namespace {
 
@@ -23,6 +25,8 @@ using Point = ktNM::vect2<double>;
 constexpr int kBadInput = 2;
 constexpr int kSamplesPerPixel = 3;
 constexpr double kGrazingCosine = 0.05;
+/// Of the checker, as a share of the picture.
+constexpr double kCellWidth = 0.042;
 constexpr std::size_t kMinFacets = 6000;
 
 constexpr const char* kUsage =
@@ -30,8 +34,9 @@ constexpr const char* kUsage =
     "\n"
     "Builds a mesh function over the picture of a textured model and draws what it answers.\n"
     "\n"
-    "  MODEL      a mesh with texture coordinates in any format that Assimp reads; without it,\n"
-    "             the Utah teapot\n"
+    "  MODEL      a triangle mesh in any format that Assimp reads, with texture coordinates if it "
+    "is\n"
+    "             to look as its maker meant; without it, the Utah teapot\n"
     "  --out DIR  where the pictures go (default: out)\n"
     "  --size N   width of the pictures in pixels (default: 960)\n";
 
@@ -41,25 +46,25 @@ struct Subject {
     Mesh mesh;
     UVector3 from;
     UVector3 up;
-    double cellsPerUnit = 1.0;
 };
 
 std::optional<Subject> teapotSubject(int size, std::string* error) {
     auto mesh = loadTeapot(GEOMKIT_TEAPOT_FILE, size / 60.0, error);
     if (!mesh) return std::nullopt;
     return Subject{"the Utah teapot", std::move(*mesh), UVector3(0.42, -1.0, 0.5),
-                   UVector3(0.0, 0.0, 1.0), 2.0};
+                   UVector3(0.0, 0.0, 1.0)};
 }
 
 std::optional<Subject> modelSubject(const std::string& path, std::string* error) {
     auto mesh = loadMesh(path, error);
     if (!mesh) return std::nullopt;
-    if (mesh->uvs.empty()) {
-        *error = path + ": the model has no texture coordinates";
-        return std::nullopt;
+    Subject subject{path, refineMesh(std::move(*mesh), kMinFacets), UVector3(0.5, 0.4, 1.0),
+                    UVector3(0.0, 1.0, 0.0)};
+    if (subject.mesh.uvs.empty()) {
+        std::puts("The model has no texture coordinates: a texture is wrapped round it.");
+        wrapTexture(subject.mesh, subject.from, subject.up);
     }
-    return Subject{path, refineMesh(std::move(*mesh), kMinFacets), UVector3(0.5, 0.4, 1.0),
-                   UVector3(0.0, 1.0, 0.0), 8.0};
+    return subject;
 }
 
 std::vector<Point> toPoints(const std::vector<Point2>& pairs) {
@@ -72,18 +77,25 @@ std::vector<Point> toPoints(const std::vector<Point2>& pairs) {
 }
 
 void report(const char* query, const demo::Field& field) {
-    std::size_t known = 0;
-    for (const FieldSample& sample : field.samples) {
-        known += sample.isKnown ? 1 : 0;
-    }
     std::printf("%-12s %zu queries, %zu with an answer, %.3f us each\n", query, field.queries,
-                known, 1e6 * field.seconds / static_cast<double>(field.queries));
+                field.answers, 1e6 * field.seconds / static_cast<double>(field.queries));
 }
 
 void save(const Image& image, const std::filesystem::path& path) {
     std::string error;
     if (!writePng(image, path.string(), &error)) throw std::runtime_error(error);
     std::printf("  %s\n", path.string().c_str());
+}
+
+void saveAndCompare(const MeshFunction2D& function, const demo::Field& field,
+                    const std::filesystem::path& path) {
+    std::string error;
+    const auto loaded = saveAndLoad(function, path, &error);
+    if (loaded == nullptr) throw std::runtime_error(error);
+    const std::size_t different =
+        differingAnswers(field, evaluateOver(*loaded, field.width, field.height, field.perPixel));
+    std::printf("Saved to %s\n  loaded by its class name, it answers %zu of %zu queries alike\n",
+                path.string().c_str(), field.queries - different, field.queries);
 }
 
 void run(const Subject& subject, const Options& options) {
@@ -110,14 +122,15 @@ void run(const Subject& subject, const Options& options) {
 
     const std::filesystem::path out = options.out;
     std::filesystem::create_directories(out);
+    saveAndCompare(function, inside, out / "function.xml");
     std::printf("Pictures\n");
+    const double cells = cellsPerUnit(view, kCellWidth * width);
     Image background = vignette(width, height, hexColour(0xF7F3EC), hexColour(0xC9CDD0));
     drawGroundShadow(background, camera, subject.mesh, subject.up);
-    save(checkerPicture(inside, subject.cellsPerUnit, background), out / "checker.png");
+    save(checkerPicture(inside, cells, background), out / "checker.png");
     save(cosinePicture(inside, background), out / "cosine.png");
-    save(extrapolatedPicture(inside, outside, subject.cellsPerUnit, background),
-         out / "extrapolated.png");
-    Image chains = palePicture(checkerPicture(inside, subject.cellsPerUnit, background));
+    save(extrapolatedPicture(inside, outside, cells, background), out / "extrapolated.png");
+    Image chains = palePicture(checkerPicture(inside, cells, background));
     drawBoundaries(function, chains);
     save(chains, out / "boundaries.png");
     if (!view.mesh.curvatures.empty()) {

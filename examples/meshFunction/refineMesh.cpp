@@ -25,16 +25,9 @@ public:
 
 private:
     int middle(int a, int b) {
-        const auto index = static_cast<int>(mesh_.positions.size());
-        const auto [place, isNew] = middles_.try_emplace(std::minmax(a, b), index);
-        if (!isNew) return place->second;
-        const auto i = static_cast<std::size_t>(a);
-        const auto j = static_cast<std::size_t>(b);
-        mesh_.positions.push_back((mesh_.positions[i] + mesh_.positions[j]) * 0.5);
-        mesh_.normals.push_back((mesh_.normals[i] + mesh_.normals[j]) * 0.5);
-        mesh_.uvs.push_back(
-            {0.5 * (mesh_.uvs[i].x + mesh_.uvs[j].x), 0.5 * (mesh_.uvs[i].y + mesh_.uvs[j].y)});
-        return index;
+        const auto [place, isNew] = middles_.try_emplace(std::minmax(a, b), -1);
+        if (isNew) place->second = appendBetween(mesh_, mesh_, a, b, 0.5);
+        return place->second;
     }
 
     Mesh& mesh_;

@@ -12,7 +12,7 @@ namespace demo {
 namespace {
 
 /// Fine enough that the nearest vertex of the body stands for its surface.
-constexpr double kBodySteps = 16.0;
+constexpr double kBodySteps = 8.0;
 
 /// Height of each vertex over the tangent plane at the nearest vertex of `body`: negative inside.
 std::vector<double> heightsOver(const Mesh& body, const Mesh& mesh) {

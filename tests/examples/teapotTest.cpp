@@ -1,0 +1,172 @@
+#include <cmath>
+#include <map>
+#include <random>
+
+#include <geomKit/vAlgebra/vectorUtils.h>
+#include <gtest/gtest.h>
+
+#include "examples/meshFunction/PatchModel.h"
+#include "examples/meshFunction/teapot.h"
+
+using namespace demo;
+
+namespace {
+
+std::vector<TexturedPatch> teapotPatches() {
+    std::string error;
+    auto patches = loadPatches(GEOMKIT_TEAPOT_FILE, &error);
+    EXPECT_TRUE(patches) << error;
+    return patches ? *patches : std::vector<TexturedPatch>();
+}
+
+double relativeError(const Vector3& a, const Vector3& b) {
+    return (a - b).length() / (1.0 + b.length());
+}
+
+}  // namespace
+
+TEST(BezierPatch, derivativesAgreeWithDifferences) {
+    constexpr double h = 1e-4;
+    std::mt19937_64 random(7);
+    std::uniform_real_distribution<double> inside(h, 1.0 - h);
+    const std::vector<TexturedPatch> patches = teapotPatches();
+    ASSERT_EQ(patches.size(), 32U);
+    for (const TexturedPatch& patch : patches) {
+        const auto at = [&patch](double u, double v) { return patch.surface.at(u, v); };
+        for (int i = 0; i < 10; ++i) {
+            const double u = inside(random);
+            const double v = inside(random);
+            const SurfacePoint s = at(u, v);
+            const auto difference = [](const Vector3& a, const Vector3& b) {
+                return (b - a) * (0.5 / h);
+            };
+            const Vector3 su = difference(at(u - h, v).position, at(u + h, v).position);
+            const Vector3 sv = difference(at(u, v - h).position, at(u, v + h).position);
+            EXPECT_LE(relativeError(s.d1[0], su), 1e-6);
+            EXPECT_LE(relativeError(s.d1[1], sv), 1e-6);
+            EXPECT_LE(relativeError(s.d2[0], difference(at(u - h, v).d1[0], at(u + h, v).d1[0])),
+                      1e-6);
+            EXPECT_LE(relativeError(s.d2[1], difference(at(u, v - h).d1[0], at(u, v + h).d1[0])),
+                      1e-6);
+            EXPECT_LE(relativeError(s.d2[2], difference(at(u, v - h).d1[1], at(u, v + h).d1[1])),
+                      1e-6);
+        }
+    }
+}
+
+TEST(BezierPatch, aParaboloidHasTheCurvaturesOfItsFormula) {
+    // (x, y, (3 x^2 - 5 y^2) / 2) over [0, 1]^2: x and x^2 have Bernstein coefficients i / 3 and
+    // 0, 0, 1/3, 1.
+    constexpr double kSquare[4] = {0.0, 0.0, 1.0 / 3.0, 1.0};
+    BezierPatch patch;
+    for (std::size_t r = 0; r < 4; ++r) {
+        for (std::size_t c = 0; c < 4; ++c) {
+            patch.control[4 * r + c] =
+                Vector3(static_cast<double>(c) / 3.0, static_cast<double>(r) / 3.0,
+                        0.5 * (3.0 * kSquare[c] - 5.0 * kSquare[r]));
+        }
+    }
+    SurfacePoint apex = patch.at(0.0, 0.0);
+    double kMin = 0.0;
+    double kMax = 0.0;
+    ASSERT_TRUE(principalCurvatures(apex.d1.data(), apex.d2.data(), &kMin, &kMax));
+    EXPECT_NEAR(kMin, -5.0, 1e-12);
+    EXPECT_NEAR(kMax, 3.0, 1e-12);
+}
+
+// A wrong digit or index in the data opens a gap or makes a crease.
+TEST(Teapot, patchesOfAChartJoinWithoutGapsAndCreases) {
+    std::map<std::string, std::vector<TexturedPatch>> charts;
+    for (const TexturedPatch& patch : teapotPatches()) {
+        charts[patch.chart].push_back(patch);
+    }
+    ASSERT_EQ(charts.size(), 4U);
+    for (const auto& [name, patches] : charts) {
+        // Every edge of a patch that a neighbour shares has the same points and normals there.
+        int shared = 0;
+        const Mesh mesh = tessellate(patches, 8.0);
+        std::map<std::tuple<long long, long long>, std::size_t> byUv;
+        for (std::size_t i = 0; i < mesh.uvs.size(); ++i) {
+            byUv[{std::llround(mesh.uvs[i].x * 1e6), std::llround(mesh.uvs[i].y * 1e6)}] = i;
+        }
+        for (const TexturedPatch& patch : patches) {
+            for (int k = 0; k <= 32; ++k) {
+                const double t = (k % 8 + 0.5) / 8.0;
+                const double edge[4][2] = {{0.0, t}, {1.0, t}, {t, 0.0}, {t, 1.0}};
+                const double* uv = edge[k % 4];
+                const SurfacePoint mine = patch.surface.at(uv[0], uv[1]);
+                const Vector3 normal = mine.d1[0] % mine.d1[1];
+                for (const TexturedPatch& other : patches) {
+                    if (&other == &patch) continue;
+                    const double x = patch.uv0.x + (patch.uv1.x - patch.uv0.x) * uv[0];
+                    const double y = patch.uv0.y + (patch.uv1.y - patch.uv0.y) * uv[1];
+                    const double u = (x - other.uv0.x) / (other.uv1.x - other.uv0.x);
+                    const double v = (y - other.uv0.y) / (other.uv1.y - other.uv0.y);
+                    if (!(u >= 0.0 && u <= 1.0 && v >= 0.0 && v <= 1.0)) continue;
+                    const SurfacePoint theirs = other.surface.at(u, v);
+                    ++shared;
+                    EXPECT_LE(dist(mine.position, theirs.position), 1e-12) << name;
+                    const Vector3 otherNormal = theirs.d1[0] % theirs.d1[1];
+                    EXPECT_GT(normal.normalize() * otherNormal.normalize(), 0.99) << name;
+                }
+            }
+        }
+        EXPECT_GE(shared, 32) << name;
+    }
+}
+
+// The area vectors of a surface add up to that of what closes its opening: for the body the disc
+// inside the rim, of radius 1.4. A gap, a missing patch or one that faces inwards shows.
+TEST(Teapot, theBodyIsClosedButForItsOpeningAndFacesOutwards) {
+    std::vector<TexturedPatch> patches;
+    for (const TexturedPatch& patch : teapotPatches()) {
+        if (patch.chart == "body") patches.push_back(patch);
+    }
+    const Mesh body = tessellate(patches, 8.0);
+    ASSERT_EQ(body.curvatures.size(), body.positions.size());
+    Vector3 sum;
+    for (std::size_t i = 0; i + 2 < body.facets.size(); i += 3) {
+        Vector3 corner[3];
+        Vector3 normal;
+        for (std::size_t k = 0; k < 3; ++k) {
+            const auto v = static_cast<std::size_t>(body.facets[i + k]);
+            corner[k] = body.positions[v];
+            normal += body.normals[v];
+        }
+        const Vector3 facet = (corner[1] - corner[0]) % (corner[2] - corner[0]);
+        sum += facet * 0.5;
+        EXPECT_GE(facet * normal, 0.0) << "facet " << i / 3;
+    }
+    EXPECT_LE(std::abs(sum.x) + std::abs(sum.y), 1e-9);
+    EXPECT_NEAR(sum.z, -M_PI * 1.4 * 1.4, 0.02 * M_PI * 1.4 * 1.4);
+}
+
+TEST(Teapot, nothingOfTheSpoutIsLeftInsideTheBody) {
+    std::string error;
+    const auto teapot = loadTeapot(GEOMKIT_TEAPOT_FILE, 8.0, &error);
+    ASSERT_TRUE(teapot) << error;
+    // At this height the body is a circle whose radius is between 1.98 and 2.02.
+    int outside = 0;
+    for (const Vector3& p : teapot->positions) {
+        if (p.z < 0.85 || p.z > 1.2 || p.x < 0.0) continue;
+        EXPECT_GT(p.x * p.x + p.y * p.y, 1.9 * 1.9);
+        if (p.x > 2.1) ++outside;
+    }
+    EXPECT_GT(outside, 20);
+}
+
+TEST(LoadPatches, saysWhichLineIsWrong) {
+    const std::string path = testing::TempDir() + "geomkit_patches.txt";
+    const char* texts[] = {"point 1 2\n", "points 1 2 3\n", "point 1 2 3\npatch a 0 1 0 1 1 2\n",
+                           ""};
+    for (const char* text : texts) {
+        std::FILE* file = std::fopen(path.c_str(), "w");
+        ASSERT_NE(file, nullptr);
+        std::fputs(text, file);
+        std::fclose(file);
+        std::string error;
+        EXPECT_FALSE(loadPatches(path, &error)) << text;
+        EXPECT_NE(error.find(path), std::string::npos) << text;
+    }
+    std::remove(path.c_str());
+}
