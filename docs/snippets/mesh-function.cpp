@@ -1,0 +1,56 @@
+// The examples of docs/mesh-function.md.
+#include <vector>
+
+#include "geomKit/geomKit.h"
+
+namespace {
+
+int pointsDrawn = 0;
+
+void countPoint(const Vector3&, int) {}
+
+void countPoints(const std::vector<Vector3>& points, int, int) {
+    pointsDrawn += static_cast<int>(points.size());
+}
+
+}  // namespace
+
+int main() {
+    // A square of 100 pixels whose texture runs from 0 to 1.
+    using Point = MeshFunction2D::Point;
+    const std::vector<Point> pixels = {{0, 0}, {100, 0}, {100, 100}, {0, 100}};
+    const std::vector<Point> uvs = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
+    const std::vector<int> facets = {0, 1, 2, 0, 2, 3};
+    const std::vector<float> cosines = {0.5F, 0.5F, 0.5F, 0.5F};
+
+    int painted = 0;
+    int continued = 0;
+    const auto paint = [&](int, int, Point, float) { ++painted; };
+    const auto paintPale = [&](int, int, Point) { ++continued; };
+    const int width = 120;
+    const int height = 100;
+
+    const MeshFunction2D picture(pixels, uvs, facets, cosines);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const Point centre(x + 0.5, y + 0.5);
+            Point uv;
+            float cosine = 0.0F;
+            if (picture.evaluate(centre, &uv, &cosine)) {
+                paint(x, y, uv, cosine);
+            } else if (picture.extrapolate(centre, &uv, nullptr)) {
+                paintPale(x, y, uv);
+            }
+        }
+    }
+
+    gkFuncBinder::registerDrawPoint(&countPoint);
+    gkFuncBinder::registerDrawPoints(&countPoints);
+    int colour = 0;
+    for (const auto& boundary : picture.boundaries) {
+        gkFuncBinder::drawPoints(boundary->points, colour, 1);
+        ++colour;
+    }
+
+    return painted == 100 * 100 && continued == 20 * 100 && pointsDrawn == 5 ? 0 : 1;
+}
