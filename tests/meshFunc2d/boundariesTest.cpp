@@ -56,8 +56,9 @@ TEST(MeshFunction2DBoundaries, AreTheUnmatchedHalfEdgesInChains) {
             .facets,
     };
     for (int round = 0; round < 300; ++round) {
+        const int entries = 3 * (1 + in.index(40));
         std::vector<int> random;
-        for (int i = 0; i < 3 * (1 + in.index(40)); ++i)
+        for (int i = 0; i < entries; ++i)
             random.push_back(in.index(12));
         meshes.push_back(random);
     }
