@@ -38,24 +38,31 @@ void TagWriter::startLine() {
 }
 
 void TagWriter::putEscaped(std::string_view text) {
-    for (const char c : text) {
-        if (!needsEscape(c)) {
-            put(c);
-        } else if (c == '<') {
-            put("&lt;");
-        } else if (c == '>') {
-            put("&gt;");
-        } else if (c == '&') {
-            put("&amp;");
-        } else if (c == '"') {
-            put("&quot;");
-        } else if (c == '\0') {
-            put("\xEF\xBF\xBD");  // no document can hold it: the replacement character
-        } else {
-            put("&#");
-            put(NumberText(int{c}).view());
-            put(';');
-        }
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (!needsEscape(text[i])) continue;
+        put(text.substr(start, i - start));
+        putReference(text[i]);
+        start = i + 1;
+    }
+    put(text.substr(start));
+}
+
+void TagWriter::putReference(char c) {
+    if (c == '<') {
+        put("&lt;");
+    } else if (c == '>') {
+        put("&gt;");
+    } else if (c == '&') {
+        put("&amp;");
+    } else if (c == '"') {
+        put("&quot;");
+    } else if (c == '\0') {
+        put("\xEF\xBF\xBD");  // no document can hold it: the replacement character
+    } else {
+        put("&#");
+        put(NumberText(int{c}).view());
+        put(';');
     }
 }
 

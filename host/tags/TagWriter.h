@@ -36,6 +36,7 @@ public:
     void giveBack(std::unique_ptr<AttrMap> map);
 
 private:
+    void putReference(char c);
     void flush();
 
     std::ostream& document_;
