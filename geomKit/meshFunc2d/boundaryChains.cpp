@@ -2,134 +2,139 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace {
-
-constexpr int kNone = -1;
 
 std::size_t at(int i) {
     return static_cast<std::size_t>(i);
 }
 
-/// The half-edges not cancelled so far, in one short linked list a vertex: that of the smaller end.
-/// An edge waits in one direction only, since the other one cancels it.
-class OpenEdges {
-public:
-    struct Edge {
-        int from;
-        int to;
-        int facet;
-        int next;
-    };
-
-    explicit OpenEdges(int vertexCount) : heads_(at(vertexCount), kNone) {}
-
-    /// Cancels a waiting to->from; otherwise records from->to, in place of an earlier one.
-    void add(int from, int to, int facet) {
-        int& head = heads_[at((std::min)(from, to))];
-        for (int* link = &head; *link != kNone; link = &edges_[at(*link)].next) {
-            Edge& edge = edges_[at(*link)];
-            if (edge.from == to && edge.to == from) {
-                const int removed = *link;
-                *link = edge.next;
-                edge.next = free_;
-                free_ = removed;
-                return;
-            }
-            if (edge.from == from && edge.to == to) {
-                edge.facet = facet;
-                return;
-            }
-        }
-        head = store({from, to, facet, head});
-    }
-
-    template <typename Visitor>
-    void visit(Visitor&& visitor) const {
-        for (const int head : heads_) {
-            for (int e = head; e != kNone; e = edges_[at(e)].next)
-                visitor(edges_[at(e)]);
-        }
-    }
-
-private:
-    int store(const Edge& edge) {
-        if (free_ == kNone) {
-            edges_.push_back(edge);
-            return static_cast<int>(edges_.size()) - 1;
-        }
-        const int slot = free_;
-        free_ = edges_[at(slot)].next;
-        edges_[at(slot)] = edge;
-        return slot;
-    }
-
-    std::vector<int> heads_;
-    std::vector<Edge> edges_;
-    int free_ = kNone;
+/// A half-edge as seen from one of its ends.
+struct Spoke {
+    int otherEnd;
+    /// Where in the facets it starts, which tells its facet and its direction.
+    int position;
 };
 
-/// Half-edges grouped by source vertex, each group by ascending target, taken one after the other.
-class OutgoingEdges {
+/// Spokes by vertex, those of a vertex by other end and position.
+class SpokesByVertex {
 public:
-    struct Target {
-        int vertex;
-        int facet;
-    };
+    explicit SpokesByVertex(int vertexCount) : ends_(at(vertexCount) + 1, 0) {}
 
-    OutgoingEdges(const OpenEdges& open, int vertexCount)
-        : next_(at(vertexCount) + 1, 0), end_(at(vertexCount)) {
-        open.visit([this](const OpenEdges::Edge& e) { ++next_[at(e.from) + 1]; });
-        for (std::size_t v = 1; v < next_.size(); ++v)
-            next_[v] += next_[v - 1];
-        targets_.resize(at(next_.back()));
-        std::copy(next_.begin(), next_.end() - 1, end_.begin());
-        open.visit([this](const OpenEdges::Edge& e) {
-            targets_[at(end_[at(e.from)]++)] = {e.to, e.facet};
-        });
-        for (std::size_t v = 0; v < end_.size(); ++v) {
-            std::sort(targets_.begin() + next_[v], targets_.begin() + end_[v],
-                      [](const Target& a, const Target& b) { return a.vertex < b.vertex; });
+    /// Counting sort: first every spoke is announced, then every one is put.
+    void announce(int vertex) { ++ends_[at(vertex) + 1]; }
+    void allocate() {
+        for (std::size_t v = 1; v < ends_.size(); ++v)
+            ends_[v] += ends_[v - 1];
+        spokes_.resize(at(ends_.back()));
+    }
+    /// Leaves `ends_[v]` behind the spokes of v.
+    void put(int vertex, const Spoke& spoke) { spokes_[at(ends_[at(vertex)]++)] = spoke; }
+    void sort() {
+        for (int v = 0; at(v) + 1 < ends_.size(); ++v) {
+            std::sort(begin(v), end(v), [](const Spoke& a, const Spoke& b) {
+                return a.otherEnd != b.otherEnd ? a.otherEnd < b.otherEnd : a.position < b.position;
+            });
         }
     }
 
-    bool has(int v) const { return next_[at(v)] < end_[at(v)]; }
-    const Target& take(int v) { return targets_[at(next_[at(v)]++)]; }
+    Spoke* begin(int v) { return spokes_.data() + (v == 0 ? 0 : ends_[at(v) - 1]); }
+    Spoke* end(int v) { return spokes_.data() + ends_[at(v)]; }
 
 private:
-    std::vector<int> next_;
-    std::vector<int> end_;
-    std::vector<Target> targets_;
+    std::vector<int> ends_;
+    std::vector<Spoke> spokes_;
+};
+
+class BoundaryFinder {
+public:
+    BoundaryFinder(const std::vector<int>& facets, int vertexCount)
+        : facets_(facets), vertexCount_(vertexCount) {}
+
+    std::vector<BoundaryChain> run() { return walk(boundaryEdges()); }
+
+private:
+    int from(int position) const { return facets_[at(position)]; }
+    int to(int position) const {
+        return facets_[at(position % 3 == 2 ? position - 2 : position + 1)];
+    }
+    bool isVertex(int v) const { return v >= 0 && v < vertexCount_; }
+
+    template <typename Visitor>
+    void forEachHalfEdge(Visitor&& visit) const {
+        for (int i = 0; at(i) + 2 < facets_.size(); i += 3) {
+            if (!isVertex(from(i)) || !isVertex(from(i + 1)) || !isVertex(from(i + 2))) continue;
+            for (int k = i; k < i + 3; ++k)
+                visit(k);
+        }
+    }
+
+    /// Half-edges that are not cancelled, by position. The half-edges of an edge are taken in
+    /// order: one that meets its opposite removes it, any other replaces what waits.
+    std::vector<int> boundaryEdges() const {
+        SpokesByVertex spokes(vertexCount_);
+        forEachHalfEdge([&](int k) { spokes.announce((std::min)(from(k), to(k))); });
+        spokes.allocate();
+        forEachHalfEdge([&](int k) {
+            const int a = from(k);
+            const int b = to(k);
+            spokes.put((std::min)(a, b), {(std::max)(a, b), k});
+        });
+        spokes.sort();
+
+        std::vector<int> open;
+        for (int v = 0; v < vertexCount_; ++v) {
+            const Spoke* const end = spokes.end(v);
+            for (const Spoke* spoke = spokes.begin(v); spoke != end;) {
+                const int otherEnd = spoke->otherEnd;
+                int waiting = -1;
+                for (; spoke != end && spoke->otherEnd == otherEnd; ++spoke) {
+                    const bool cancels = waiting >= 0 && from(waiting) == to(spoke->position) &&
+                                         to(waiting) == from(spoke->position);
+                    waiting = cancels ? -1 : spoke->position;
+                }
+                if (waiting >= 0) open.push_back(waiting);
+            }
+        }
+        return open;
+    }
+
+    std::vector<BoundaryChain> walk(const std::vector<int>& edges) const {
+        SpokesByVertex outgoing(vertexCount_);
+        for (const int k : edges)
+            outgoing.announce(from(k));
+        outgoing.allocate();
+        for (const int k : edges)
+            outgoing.put(from(k), {to(k), k});
+        outgoing.sort();
+        std::vector<const Spoke*> next(at(vertexCount_));
+        for (int v = 0; v < vertexCount_; ++v)
+            next[at(v)] = outgoing.begin(v);
+
+        std::vector<BoundaryChain> chains;
+        for (int start = 0; start < vertexCount_; ++start) {
+            while (next[at(start)] != outgoing.end(start)) {
+                BoundaryChain chain;
+                chain.vertices.push_back(start);
+                for (int v = start; next[at(v)] != outgoing.end(v);) {
+                    const Spoke& taken = *next[at(v)]++;
+                    chain.facets.push_back(taken.position / 3);
+                    v = taken.otherEnd;
+                    chain.vertices.push_back(v);
+                }
+                chains.push_back(std::move(chain));
+            }
+        }
+        return chains;
+    }
+
+    const std::vector<int>& facets_;
+    const int vertexCount_;
 };
 
 }  // namespace
 
 std::vector<BoundaryChain> findBoundaryChains(const std::vector<int>& facets, int vertexCount) {
-    OpenEdges open(vertexCount);
-    const auto isVertex = [vertexCount](int i) { return i >= 0 && i < vertexCount; };
-    for (std::size_t i = 0; i + 2 < facets.size(); i += 3) {
-        const int v[3] = {facets[i], facets[i + 1], facets[i + 2]};
-        if (!isVertex(v[0]) || !isVertex(v[1]) || !isVertex(v[2])) continue;
-        const int facet = static_cast<int>(i / 3);
-        open.add(v[0], v[1], facet);
-        open.add(v[1], v[2], facet);
-        open.add(v[2], v[0], facet);
-    }
-
-    OutgoingEdges outgoing(open, vertexCount);
-    std::vector<BoundaryChain> chains;
-    for (int start = 0; start < vertexCount; ++start) {
-        while (outgoing.has(start)) {
-            BoundaryChain chain;
-            chain.vertices.push_back(start);
-            for (int v = start; outgoing.has(v);) {
-                const OutgoingEdges::Target& target = outgoing.take(v);
-                chain.vertices.push_back(target.vertex);
-                chain.facets.push_back(target.facet);
-                v = target.vertex;
-            }
-            chains.push_back(std::move(chain));
-        }
-    }
-    return chains;
+    return BoundaryFinder(facets, vertexCount).run();
 }
