@@ -1,5 +1,7 @@
 // Value and gradient of the radial-basis field of 500 samples at 64 points: one point a call,
 // arrays, and an Eigen array expression over the samples. Items are pairs of point and sample.
+#include <cmath>
+
 #include <Eigen/Dense>
 #include <benchmark/benchmark.h>
 

@@ -17,9 +17,10 @@ bool DenseMatrix::invert() {
             column[k] = k;
         for (std::size_t k = 0; k < size_; ++k)
             std::swap(column[k], column[inPlace.pivotRows()[k]]);
-        for (std::size_t r = 0; r < size_; ++r)
+        for (std::size_t r = 0; r < size_; ++r) {
             for (std::size_t k = 0; k < size_; ++k)
                 row(r)[column[k]] = reduced.row(r)[k];
+        }
         return true;
     }
 

@@ -150,8 +150,9 @@ std::size_t GaussJordan::findPivot(std::size_t k, std::size_t j) {
 }
 
 bool GaussJordan::isColumnFinite(std::size_t j) {
-    for (std::size_t i = 0; i < size_; ++i)
+    for (std::size_t i = 0; i < size_; ++i) {
         if (!std::isfinite(panelRow(i)[j])) return false;
+    }
     return true;
 }
 
@@ -173,7 +174,7 @@ void GaussJordan::catchUpStrip(std::size_t first, std::size_t begin, std::size_t
     for (std::size_t j = 0; j < steps_; ++j) {
         double* const pivot = pivots.data() + j * kStrip;
         std::copy_n(row(first + j) + begin, columns, pivot);
-        callWide<addRows>(pivot, columns, pivots.data(), factorRow(first + j), 0, j);
+        callWide<addRows>(pivot, columns, pivots.data(), factorRow(first + j), std::size_t{0}, j);
         callWide<scaleRow>(pivot, columns, scales_[j]);
     }
 

@@ -69,9 +69,10 @@ void ImplEllipsoid::computeMatrix(const std::vector<Vector3>& points, const Vect
         if (!(v < scale)) scale = v;
     }
     if (!(scale >= kMinScale)) scale = kMinScale;
-    for (int r = 0; r < kDimension; ++r)
+    for (int r = 0; r < kDimension; ++r) {
         for (int c = 0; c < kDimension; ++c)
             matrix(r, c) /= scale;
+    }
 }
 
 bool ImplEllipsoid::evaluate(const Vector3& p, double* value, Vector3* gradient,

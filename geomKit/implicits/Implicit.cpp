@@ -28,9 +28,10 @@ DenseMatrix buildSystem(const Samples& samples) {
         A.row(n + 2)[i] = p.y;
         A.row(n + 3)[i] = p.z;
     }
-    for (std::size_t i = 0; i < A.size(); ++i)
+    for (std::size_t i = 0; i < A.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j)
             A.row(j)[i] = A.row(i)[j];
+    }
     return A;
 }
 

@@ -19,10 +19,11 @@
 /// give it an inside.
 ///
 /// **Ill-posed samples** (fewer than four, all in one plane, one given twice) have no such field.
-/// Construction still completes and the coefficients come from the partly reduced matrix: the field
-/// is then meaningless. In floating point, such samples may also slip past the zero test and leave
-/// huge coefficients. Ask `metZeroPivot` and `maxResidual` before relying on samples from outside;
-/// no samples at all give the field 0.
+/// Construction still completes, but the field is meaningless: either the fit met a zero pivot and
+/// its coefficients come from the partly reduced matrix, or rounding hid the zero. Ask
+/// `metZeroPivot` and `maxResidual` before relying on samples from outside. Both pass samples that
+/// lie in a slanted plane to rounding: there the field fits them and is arbitrary beside the plane.
+/// No samples at all give the field 0.
 ///
 /// The fit costs (n + 4)^3 multiply-adds and two matrices of (n + 4)^2 doubles for n samples; it
 /// throws std::bad_alloc when these do not fit in memory. Its matrix holds cubed distances beside
@@ -63,12 +64,12 @@ public:
                                  std::size_t count) const;
 
     /// True when the fit ended at a pivot of exactly 0: the samples were ill-posed and the field
-    /// means nothing. False proves little, since rounding hides most zeros: see `maxResidual`.
+    /// means nothing. False proves little, since rounding hides zeros: see `maxResidual`.
     bool metZeroPivot() const { return metZeroPivot_; }
 
     /// The largest |evaluate(point) - value| over (point, value) pairs; NaN if any of these is NaN,
-    /// 0 for no pairs. Over the samples of the fit it tells how well posed they were: a result that
-    /// is not small beside the values condemns the field. Costs n^2 terms.
+    /// 0 for no pairs. Over the samples of the fit, a result that is not small beside the values
+    /// condemns the field. Costs as much as evaluating it at every sample.
     GEOMKIT_API double maxResidual(const std::vector<std::pair<Vector3, double>>& samples) const;
 
 private:

@@ -34,8 +34,7 @@ std::vector<Vector3> cloud(InputSource& in, int count, const Vector3& size) {
 Eigen::Matrix3d toEigen(const Matrix3& m) {
     Eigen::Matrix3d e;
     for (int r = 0; r < 3; ++r)
-        for (int c = 0; c < 3; ++c)
-            e(r, c) = m(r, c);
+        e.row(r) << m(r, 0), m(r, 1), m(r, 2);
     return e;
 }
 

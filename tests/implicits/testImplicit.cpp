@@ -1,14 +1,13 @@
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <thread>
 
 #include <gtest/gtest.h>
 
+#include "bench/implicits/plainElimination.h"
 #include "geomKit/implicits/Implicit.h"
 #include "tests/golden/Digest.h"
-#include "bench/implicits/plainElimination.h"
 #include "tests/vAlgebra/ExpectNear.h"
 
 namespace {
@@ -26,7 +25,7 @@ PlainSamples cloud(InputSource& in, std::size_t count) {
 }
 
 bool sameBits(double a, double b) {
-    return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
+    return (std::isnan(a) && std::isnan(b)) || (a == b && std::signbit(a) == std::signbit(b));
 }
 
 bool sameBits(const Vector3& a, const Vector3& b) {
