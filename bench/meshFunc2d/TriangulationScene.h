@@ -2,6 +2,7 @@
 /// One triangulation for all competitors, and the points to ask for.
 #pragma once
 
+#include <cmath>
 #include <memory>
 #include <random>
 #include <utility>
@@ -21,7 +22,8 @@ struct TriangulationScene {
         CGAL::Delaunay_triangulation_2<Kernel, CGAL::Triangulation_data_structure_2<Vertex>>;
     using Point = ktNM::vect2<double>;
 
-    static constexpr std::size_t kQueries = std::size_t{1} << 18;
+    static constexpr std::size_t kRow = 1024;
+    static constexpr std::size_t kQueries = kRow * kRow;
     /// Facets must stay above the library's absolute determinant bound of 1e-8.
     static constexpr double kSize = 1000.0;
 
@@ -48,11 +50,7 @@ struct TriangulationScene {
                 normaldots.push_back(static_cast<float>(u / kSize));
             }
         }
-        std::vector<std::pair<Kernel::Point_2, int>> sites;
-        for (std::size_t i = 0; i < params.size(); ++i) {
-            sites.emplace_back(Kernel::Point_2(params[i].u, params[i].v), static_cast<int>(i));
-        }
-        delaunay.insert(sites.begin(), sites.end());
+        delaunay = delaunayOf();
         for (auto f = delaunay.finite_faces_begin(); f != delaunay.finite_faces_end(); ++f) {
             for (int k = 0; k < 3; ++k)
                 facets.push_back(f->vertex(k)->info());
@@ -60,16 +58,25 @@ struct TriangulationScene {
         function = std::make_unique<MeshFunction2D>(params, values, facets, normaldots);
 
         std::uniform_real_distribution<double> inside(0.01 * kSize, 0.99 * kSize);
-        const int rows = 512;
         for (std::size_t i = 0; i < kQueries; ++i) {
             const double u = inside(random);
             const double v = inside(random);
             randomQueries.emplace_back(u, v);
-            const int row = static_cast<int>(i) / rows;
-            const int column = static_cast<int>(i) % rows;
-            rasterQueries.emplace_back(kSize * (0.01 + 0.98 * column / rows),
-                                       kSize * (0.01 + 0.98 * row / rows));
+            const auto at = [](std::size_t step) {
+                return kSize * (0.01 + 0.98 * static_cast<double>(step) / kRow);
+            };
+            rasterQueries.emplace_back(at(i % kRow), at(i / kRow));
         }
+    }
+
+    /// Made anew from the vertices.
+    Delaunay delaunayOf() const {
+        std::vector<std::pair<Kernel::Point_2, int>> sites;
+        sites.reserve(params.size());
+        for (std::size_t i = 0; i < params.size(); ++i) {
+            sites.emplace_back(Kernel::Point_2(params[i].u, params[i].v), static_cast<int>(i));
+        }
+        return Delaunay(sites.begin(), sites.end());
     }
 
     /// The scene of that size, made once.

@@ -1,20 +1,14 @@
 // Point location plus linear interpolation: geomKit beside CGAL's Delaunay triangulation (with and
 // without a hint) and a Boost.Geometry R-tree over the triangles' boxes.
 #include <benchmark/benchmark.h>
-#include <boost/geometry.hpp>
-#include <boost/geometry/index/rtree.hpp>
 
 #include "bench/meshFunc2d/TriangulationScene.h"
+#include "bench/meshFunc2d/facetTree.h"
 
 namespace {
 
-namespace bg = boost::geometry;
 using Scene = TriangulationScene;
 using Point = Scene::Point;
-using BoostPoint = bg::model::point<double, 2, bg::cs::cartesian>;
-using Box = bg::model::box<BoostPoint>;
-using Tree = bg::index::rtree<std::pair<Box, int>, bg::index::rstar<16>>;
-
 struct Answer {
     Point value;
     float cosine = 0.0f;
@@ -59,7 +53,7 @@ public:
         const Scene::Kernel::Point_2 q(p.u, p.v);
         const auto face = WithHint ? scene_.delaunay.locate(q, last_) : scene_.delaunay.locate(q);
         if (scene_.delaunay.is_infinite(face)) return false;
-        if (WithHint) last_ = face;
+        if constexpr (WithHint) last_ = face;
         const int corner[3] = {face->vertex(0)->info(), face->vertex(1)->info(),
                                face->vertex(2)->info()};
         return interpolate(scene_, corner, p, answer);
@@ -75,7 +69,8 @@ public:
     explicit ByRTree(const Scene& scene) : scene_(scene), tree_(treeOf(scene)) {}
     bool operator()(const Point& p, Answer& answer) {
         const BoostPoint q(p.u, p.v);
-        for (auto it = tree_.qbegin(bg::index::intersects(q)); it != tree_.qend(); ++it) {
+        for (auto it = tree_.qbegin(boost::geometry::index::intersects(q)); it != tree_.qend();
+             ++it) {
             const std::size_t first = 3 * static_cast<std::size_t>(it->second);
             if (interpolate(scene_, &scene_.facets[first], p, answer)) return true;
         }
@@ -83,26 +78,17 @@ public:
     }
 
 private:
-    static const Tree& treeOf(const Scene& scene) {
-        static std::vector<std::pair<const Scene*, std::unique_ptr<Tree>>> made;
+    static const FacetTree& treeOf(const Scene& scene) {
+        static std::vector<std::pair<const Scene*, std::unique_ptr<FacetTree>>> made;
         for (const auto& [owner, tree] : made) {
             if (owner == &scene) return *tree;
         }
-        std::vector<std::pair<Box, int>> boxes;
-        for (std::size_t f = 0; 3 * f < scene.facets.size(); ++f) {
-            Box box = bg::make_inverse<Box>();
-            for (std::size_t k = 0; k < 3; ++k) {
-                const Point& p = scene.params[static_cast<std::size_t>(scene.facets[3 * f + k])];
-                bg::expand(box, BoostPoint(p.u, p.v));
-            }
-            boxes.emplace_back(box, static_cast<int>(f));
-        }
-        made.emplace_back(&scene, std::make_unique<Tree>(boxes));
+        made.emplace_back(&scene, facetTree(scene));
         return *made.back().second;
     }
 
     const Scene& scene_;
-    const Tree& tree_;
+    const FacetTree& tree_;
 };
 
 template <typename Competitor>
@@ -128,6 +114,20 @@ void locate(benchmark::State& state, bool raster) {
     }
 }
 
+/// The array form, a row of a picture at a time; time for each point.
+void locateArrays(benchmark::State& state, bool raster) {
+    const Scene& scene = Scene::ofSize(static_cast<int>(state.range(0)));
+    const std::vector<Point>& queries = raster ? scene.rasterQueries : scene.randomQueries;
+    std::vector<Point> values(Scene::kRow);
+    std::vector<float> cosines(Scene::kRow);
+    std::size_t i = 0;
+    while (state.KeepRunningBatch(Scene::kRow)) {
+        benchmark::DoNotOptimize(scene.function->evaluate(&queries[i], Scene::kRow, values.data(),
+                                                          cosines.data(), nullptr));
+        i = (i + Scene::kRow) % Scene::kQueries;
+    }
+}
+
 template <typename Competitor>
 void compete(const std::string& name) {
     for (const bool raster : {false, true}) {
@@ -139,8 +139,19 @@ void compete(const std::string& name) {
     }
 }
 
+void competeByArrays() {
+    for (const bool raster : {false, true}) {
+        const std::string test = raster ? "evaluate raster/" : "evaluate random/";
+        benchmark::RegisterBenchmark((test + "geomKit arrays").c_str(), locateArrays, raster)
+            ->Arg(1000)
+            ->Arg(100000)
+            ->Arg(1000000);
+    }
+}
+
 [[maybe_unused]] const bool kRegistered = [] {
     compete<ByGeomKit>("geomKit");
+    competeByArrays();
     compete<ByCgal<false>>("CGAL locate");
     compete<ByCgal<true>>("CGAL locate, hint");
     compete<ByRTree>("Boost R-tree");

@@ -1,0 +1,85 @@
+// Extrapolation outside meshes of 1, 100 and 10,000 boundary chains, beside asking every chain.
+#include <cmath>
+#include <memory>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "geomKit/meshFunc2d/MeshFunction2D.h"
+#include "tests/golden/Digest.h"
+
+namespace {
+
+using Point = ktNM::vect2<double>;
+
+constexpr std::size_t kQueries = std::size_t{1} << 14;
+
+/// `patches` x `patches` squares of 8 x 8 cells with gaps between them.
+std::unique_ptr<MeshFunction2D> patchwork(int patches) {
+    std::vector<Point> params;
+    std::vector<int> facets;
+    for (int patch = 0; patch < patches * patches; ++patch) {
+        const int first = static_cast<int>(params.size());
+        for (int v = 0; v < 81; ++v) {
+            params.emplace_back(12.0 * (patch / patches) + v / 9, 12.0 * (patch % patches) + v % 9);
+            if (v / 9 == 8 || v % 9 == 8) continue;
+            const int a = first + v;
+            facets.insert(facets.end(), {a, a + 9, a + 10, a, a + 10, a + 1});
+        }
+    }
+    return std::make_unique<MeshFunction2D>(params, params, facets, std::vector<float>());
+}
+
+bool byGeomKit(const MeshFunction2D& f, const Point& p, Point& value) {
+    return f.extrapolate(p, &value, nullptr);
+}
+
+bool byEveryChain(const MeshFunction2D& f, const Point& p, Point& value) {
+    if (f.evaluate(p, &value, nullptr)) return true;
+    double best = 1e13;
+    int chosen = -1;
+    for (std::size_t k = 0; k < f.boundaries.size(); ++k) {
+        const PolylineProjection foot = f.boundaries[k]->nearest({p.u, p.v, 0.0});
+        const double du = foot.point.x - p.u;
+        const double dv = foot.point.y - p.v;
+        if (du * du + dv * dv < best) {
+            best = du * du + dv * dv;
+            chosen = f.boundaryFacets[k][static_cast<std::size_t>(foot.segment)];
+        }
+    }
+    const int* corner = &f.facets[3 * static_cast<std::size_t>(chosen)];
+    return f.iEvalInFacet(corner[0], corner[1], corner[2], p, &value, nullptr, false);
+}
+
+template <typename Extrapolate>
+void outside(benchmark::State& state, Extrapolate extrapolate) {
+    const auto f = patchwork(static_cast<int>(std::lround(std::sqrt(state.range(0)))));
+    InputSource in(1);
+    std::vector<Point> queries;
+    const double size = f->boxMax.u;
+    while (queries.size() < kQueries) {
+        const double u = in.uniform(-0.5 * size, 1.5 * size);
+        const double v = in.uniform(-0.5 * size, 1.5 * size);
+        if (!f->evaluate({u, v}, nullptr, nullptr)) queries.emplace_back(u, v);
+    }
+    std::size_t i = 0;
+    Point value;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(extrapolate(*f, queries[i], value));
+        i = (i + 1) % kQueries;
+    }
+}
+
+[[maybe_unused]] const bool kRegistered = [] {
+    for (const int chains : {1, 100, 10000}) {
+        benchmark::RegisterBenchmark("extrapolate/geomKit", [](benchmark::State& s) {
+            outside(s, byGeomKit);
+        })->Arg(chains);
+        benchmark::RegisterBenchmark("extrapolate/every chain", [](benchmark::State& s) {
+            outside(s, byEveryChain);
+        })->Arg(chains);
+    }
+    return true;
+}();
+
+}  // namespace
