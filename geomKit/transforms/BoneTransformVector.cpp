@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "geomKit/implicits/WideCall.h"
 #include "geomKit/transforms/tangentBlock.h"
-#include "geomKit/transforms/wideVectors.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
 
 namespace {
@@ -35,7 +35,7 @@ public:
         return positions_[v];
     }
 
-    GEOMKIT_WIDE_PART Vector3 position(int vertex) const {
+    GEOMKIT_INLINE_KERNEL Vector3 position(int vertex) const {
         const Vector3 p = restPosition(vertex);
         const List list = influences(vertex);
         if (list.first == list.last) return p;
@@ -47,7 +47,7 @@ public:
     }
 
     /// Also moves the tangents `b1` and `b2`.
-    GEOMKIT_WIDE_PART Vector3 position(int vertex, Vector3& b1, Vector3& b2) const {
+    GEOMKIT_INLINE_KERNEL Vector3 position(int vertex, Vector3& b1, Vector3& b2) const {
         const Vector3 p = restPosition(vertex);
         const List list = influences(vertex);
         if (list.first == list.last) return p;
@@ -124,21 +124,22 @@ private:
     std::size_t listCount_;
 };
 
-GEOMKIT_WIDE void skinPoints(Skinner skinner, int first, int last, Vector3* positionsOut) {
+GEOMKIT_INLINE_KERNEL void skinPoints(Skinner skinner, int first, int last, Vector3* positionsOut) {
     for (int v = first; v < last; ++v) {
         positionsOut[v] = skinner.position(v);
     }
 }
 
-/// Positions of `count` vertices from number `start`; moves their tangents in `b1` and `b2`.
-GEOMKIT_WIDE void skinBlock(Skinner skinner, int start, int count, Vector3* positionsOut,
-                            VectorBlock& b1, VectorBlock& b2) {
+/// Positions of the block's `count` vertices from number `start`; replaces their tangents by the
+/// moved ones.
+GEOMKIT_INLINE_KERNEL void skinBlock(Skinner skinner, int start, int count, Vector3* positionsOut,
+                                     VectorBlock* b1, VectorBlock* b2) {
     for (int i = 0; i < count; ++i) {
-        Vector3 t1 = b1.get(i);
-        Vector3 t2 = b2.get(i);
+        Vector3 t1 = b1->get(i);
+        Vector3 t2 = b2->get(i);
         positionsOut[i] = skinner.position(start + i, t1, t2);
-        b1.set(i, t1);
-        b2.set(i, t2);
+        b1->set(i, t1);
+        b2->set(i, t2);
     }
 }
 
@@ -165,7 +166,7 @@ Vector3 BoneTransformVector::getTransformed(int vertex, const BaseDisplayData* d
 
 void BoneTransformVector::transformVertices(int first, int last, const BaseDisplayData* data,
                                             Vector3* positionsOut) const {
-    skinPoints(Skinner(bones, *data), first, last, positionsOut);
+    callWide<skinPoints>(Skinner(bones, *data), first, last, positionsOut);
 }
 
 void BoneTransformVector::transformVertices(int first, int last, const BaseDisplayData* data,
@@ -183,10 +184,10 @@ void BoneTransformVector::transformVertices(int first, int last, const BaseDispl
     VectorBlock b2;
     for (int start = first; start < last; start += VectorBlock::kSize) {
         const int count = (std::min)(last - start, VectorBlock::kSize);
-        basesOf(normals + start, count, b1, b2);
-        skinBlock(skinner, start, count, positionsOut + start, b1, b2);
-        cross(b1, b2);
-        normalize(b1);
+        // One function a step: inlined into each other, compilers leave half of the loops scalar.
+        callWide<basesOf>(normals + start, count, &b1, &b2);
+        callWide<skinBlock>(skinner, start, count, positionsOut + start, &b1, &b2);
+        callWide<unitCross>(&b1, &b2);
         for (int i = 0; i < count; ++i) {
             static_cast<Vector3&>(normalsOut[start + i]) = b1.get(i);
         }
