@@ -16,6 +16,7 @@ Digest::~Digest() {
 
 int main() {
     digestVectorAlgebra();
+    digestTransforms();
     digestQueries();
     digestFitting();
     digestImplicits();
