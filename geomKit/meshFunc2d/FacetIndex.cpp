@@ -9,7 +9,7 @@ namespace {
 /// Meshes of up to this many facets are prepared: 1 MiB.
 constexpr std::size_t kSmallMesh = std::size_t{1} << 14;
 /// Fine cells for each facet in a list. Small meshes can afford more.
-constexpr double kFineCellsSmall = 4.0;
+constexpr double kFineCellsSmall = 2.0;
 constexpr double kFineCellsLarge = 1.0;
 /// The most entries a facet may cause on average, for each fine cell that it is worth.
 constexpr double kMaxEntries = 8.0;
@@ -82,6 +82,8 @@ FacetIndex::FacetIndex(const std::vector<std::vector<int>>& cells, int cellsV,
         divisions_.push_back(divide(reaches, cell / cellsV, cell % cellsV,
                                     small ? kFineCellsSmall : kFineCellsLarge));
     }
+    starts_.shrink_to_fit();
+    entries_.shrink_to_fit();
 }
 
 FacetIndex::Division FacetIndex::divide(const std::vector<Reach>& reaches, int cu, int cv,
