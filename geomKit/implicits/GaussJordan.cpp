@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "geomKit/implicits/WideCall.h"
+#include "geomKit/WideCall.h"
 
 namespace {
 

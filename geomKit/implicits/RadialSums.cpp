@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "geomKit/implicits/WideCall.h"
+#include "geomKit/WideCall.h"
 
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "geomKit/WideCall.h"
+
 namespace {
 
 // The comparisons decide what NaN and zeros of both signs give: `v` replaces `kept` only when it is
@@ -45,12 +47,11 @@ struct Lanes {
 using Quad = double __attribute__((vector_size(4 * sizeof(double))));
 constexpr std::size_t kQuads = 3;
 
-__attribute__((always_inline)) inline void widenByQuads(const Vector3* pts, std::size_t blocks,
-                                                        Lanes& lanes) {
+GEOMKIT_INLINE_KERNEL void widenByQuads(const Vector3* pts, std::size_t blocks, Lanes* lanes) {
     Quad lo[kQuads];
     Quad hi[kQuads];
-    std::memcpy(lo, lanes.lo, sizeof lo);
-    std::memcpy(hi, lanes.hi, sizeof hi);
+    std::memcpy(lo, lanes->lo, sizeof lo);
+    std::memcpy(hi, lanes->hi, sizeof hi);
     const char* bytes = reinterpret_cast<const char*>(pts);
     for (std::size_t i = 0; i < blocks; ++i) {
         for (std::size_t k = 0; k < kQuads; ++k) {
@@ -61,25 +62,12 @@ __attribute__((always_inline)) inline void widenByQuads(const Vector3* pts, std:
             hi[k] = v > hi[k] ? v : hi[k];
         }
     }
-    std::memcpy(lanes.lo, lo, sizeof lo);
-    std::memcpy(lanes.hi, hi, sizeof hi);
+    std::memcpy(lanes->lo, lo, sizeof lo);
+    std::memcpy(lanes->hi, hi, sizeof hi);
 }
-
-#if defined(__x86_64__)
-__attribute__((target("avx"))) void widenWithAvx(const Vector3* pts, std::size_t blocks,
-                                                 Lanes& lanes) {
-    widenByQuads(pts, blocks, lanes);
-}
-#endif
 
 void widen(const Vector3* pts, std::size_t blocks, Lanes& lanes) {
-#if defined(__x86_64__)
-    if (__builtin_cpu_supports("avx")) {
-        widenWithAvx(pts, blocks, lanes);
-        return;
-    }
-#endif
-    widenByQuads(pts, blocks, lanes);
+    callWide<widenByQuads>(pts, blocks, &lanes);
 }
 
 #else

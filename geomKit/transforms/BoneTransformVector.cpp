@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "geomKit/implicits/WideCall.h"
+#include "geomKit/WideCall.h"
 #include "geomKit/transforms/tangentBlock.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
 

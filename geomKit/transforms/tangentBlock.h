@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-#include "geomKit/implicits/WideCall.h"
+#include "geomKit/WideCall.h"
 #include "geomKit/vAlgebra/Tolerances.h"
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
