@@ -3,12 +3,14 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 
 #include <geomKit/debugDraw/gkFuncBinder.h>
 
 namespace gallery {
 namespace {
 
+// The classes of the style sheet, in the order of the enumerations and colour numbers.
 constexpr const char* kStyleNames[] = {"d", "l", "t", "h", "b", "a", "s"};
 constexpr const char* kRoleNames[] = {"ti", "ca", "la"};
 constexpr const char* kAnchorNames[] = {"", " m", " e"};
@@ -16,7 +18,8 @@ constexpr const char* kColours[] = {"#1f2933", "#8996a5", "#d3dae2", "#ffffff", 
                                     "#d2691e", "#2c8a57", "#c0343f", "#7a4fa3", "#2464ab",
                                     "#5c8bc3", "#93b4d9", "#c6d8eb", "#f1f1ee", "#f6d9c2",
                                     "#eeb88f", "#e2935a", "#d2691e"};
-static_assert(sizeof(kColours) / sizeof(*kColours) == kRamp + kRampSize);
+static_assert(std::size(kColours) == kRamp + kRampSize);
+static_assert(std::size(kStyleNames) == kSolid + 1);
 
 constexpr const char* kStyleSheet =
     "path{fill:none;stroke:currentColor;stroke-width:2;stroke-linejoin:round;"
@@ -125,6 +128,8 @@ SvgSink::~SvgSink() {
 }
 
 void SvgSink::addPath(const std::vector<Vector3>& points, int colour, int style) {
+    // The hooks pass any number on.
+    if (style < kDots || style > kSolid) style = kLine;
     body_ += std::string("<path class=\"") + kStyleNames[style] + colourClass(colour) + " d=\"";
     for (std::size_t i = 0; i < points.size(); ++i) {
         body_ += i == 0 || style == kDots ? 'M' : 'L';

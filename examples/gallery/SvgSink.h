@@ -18,12 +18,12 @@ struct Pixel {
 };
 
 /// What a colour number of the hooks means here. Behind the last one, `kRampSize` colours from blue
-/// through white to orange.
+/// through white to orange. Any other number is drawn in black.
 enum Colour : int { kInk, kGrey, kPale, kPaper, kBlue, kOrange, kGreen, kRed, kViolet, kRamp };
 inline constexpr int kRampSize = 9;
 
-/// What a style number of `drawPoints` means here. `kSolid` is an opaque polygon, `kArea` one that
-/// lets what is behind it shine through.
+/// What a style number of `drawPoints` means here; any other is a line. `kSolid` is an opaque
+/// polygon, `kArea` one that lets what is behind it shine through.
 enum Style : int { kDots, kLine, kThin, kDashes, kBold, kArea, kSolid };
 
 enum class Role { kTitle, kCaption, kLabel };

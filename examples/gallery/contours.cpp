@@ -9,20 +9,21 @@ namespace gallery {
 namespace {
 
 /// An edge of the grid: between the corners of these two indices.
-using Edge = std::pair<int, int>;
+using Edge = std::pair<std::size_t, std::size_t>;
 
 /// For each crossed edge, the edges that the contour goes on to: one or two.
 using Links = std::map<Edge, std::vector<Edge>>;
 
 /// The corners where the contour enters and leaves each cell.
-Links cellCrossings(const std::vector<double>& values, int nx, int ny, double level) {
+Links cellCrossings(const std::vector<double>& values, std::size_t nx, std::size_t ny,
+                    double level) {
     Links links;
-    for (int j = 0; j < ny; ++j) {
-        for (int i = 0; i < nx; ++i) {
-            const int first = i + j * (nx + 1);
-            const int corners[] = {first, first + 1, first + nx + 2, first + nx + 1};
+    for (std::size_t j = 0; j < ny; ++j) {
+        for (std::size_t i = 0; i < nx; ++i) {
+            const std::size_t first = i + j * (nx + 1);
+            const std::size_t corners[] = {first, first + 1, first + nx + 2, first + nx + 1};
             std::vector<Edge> crossed;
-            for (int k = 0; k < 4; ++k) {
+            for (std::size_t k = 0; k < 4; ++k) {
                 const auto [a, b] = std::minmax(corners[k], corners[(k + 1) % 4]);
                 if ((values[a] < level) != (values[b] < level)) crossed.emplace_back(a, b);
             }
@@ -73,7 +74,8 @@ std::vector<std::vector<Vector3>> contours(const std::vector<double>& values, co
         const double t = (level - values[a]) / (values[b] - values[a]);
         return corners[a] + (corners[b] - corners[a]) * t;
     };
-    Links links = cellCrossings(values, nx, ny, level);
+    Links links =
+        cellCrossings(values, static_cast<std::size_t>(nx), static_cast<std::size_t>(ny), level);
     std::vector<std::vector<Vector3>> curves;
     // Open contours from an end first; what is left is closed.
     for (const std::size_t degree : {1U, 2U}) {

@@ -117,7 +117,7 @@ std::string polyline() {
         greatest = std::max(greatest, (x - nearest.point).length());
     }
     path(points, kInk, kBold);
-    for (const Vector3& x : {Vector3(-1.75, -0.35, 0.0), Vector3(-0.05, 0.12, 0.0)}) {
+    for (const Vector3& x : {Vector3(-1.75, -0.35, 0.0), Vector3(0.08, 0.12, 0.0)}) {
         projector.project(x);
         line(x, projector.point, kRed);
         dot(x, kRed);

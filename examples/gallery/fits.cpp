@@ -2,6 +2,7 @@
 /// What is known of sets of points: the line and the plane nearest to them, and what is near them.
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ namespace {
 
 std::vector<Vector3> cloud(int count, const Vector3& e1, const Vector3& e2, const Vector3& e3) {
     std::vector<Vector3> points;
+    points.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         points.push_back(e1 * scatter(3 * i) + e2 * scatter(3 * i + 1) + e3 * scatter(3 * i + 2) +
                          Vector3(0.0, 0.0, 0.8));
@@ -138,7 +140,7 @@ std::string proximity() {
         dot(x, !answer ? kGrey : within ? kGreen : kOrange);
     }
     path(points, kInk, kDots);
-    for (const int i : {0, 12, 33}) {
+    for (const std::size_t i : {0U, 12U, 33U}) {
         path(ring(points[i], {kRadius, 0.0, 0.0}, {0.0, kRadius, 0.0}), kInk, kThin);
     }
     sheet.caption("Cells that hold points (dark), widened by one (pale): " +

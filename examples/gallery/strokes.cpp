@@ -1,6 +1,7 @@
 #include "examples/gallery/strokes.h"
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 #include <geomKit/debugDraw/gkFuncBinder.h>
@@ -25,7 +26,6 @@ void path(const std::vector<Vector3>& points, int colour, Style style) {
 }
 
 std::vector<Vector3> ring(const Vector3& centre, const Vector3& e1, const Vector3& e2, int count) {
-    constexpr double kFullTurn = 6.283185307179586;
     std::vector<Vector3> points;
     for (int i = 0; i <= count; ++i) {
         const double t = kFullTurn * (i % count) / count;
@@ -55,7 +55,7 @@ void boxEdges(const Vector3& low, const Vector3& high, int colour, Style style) 
     const std::vector<Vector3> top = loop(high.z);
     path(bottom, colour, style);
     path(top, colour, style);
-    for (int i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i)
         line(bottom[i], top[i], colour, style);
 }
 

@@ -11,6 +11,8 @@
 
 namespace gallery {
 
+inline constexpr double kFullTurn = 6.283185307179586;
+
 void dot(const Vector3& p, int colour);
 void arrow(const Vector3& from, const Vector3& vector, int colour);
 void line(const Vector3& a, const Vector3& b, int colour, Style style = kLine);

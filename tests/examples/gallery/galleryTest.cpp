@@ -49,7 +49,7 @@ std::string firstDifference(std::string_view a, std::string_view b) {
     return std::string(a) + std::string(b);
 }
 
-/// The least and the greatest coordinate of each axis in the data of a path, M, L and h 0 only.
+/// Every place in the data of a path, which has M, L, h0 and Z only, must lie on the sheet.
 void expectInside(std::string_view data, double width, double height) {
     int index = 0;
     while (!data.empty()) {
@@ -70,8 +70,9 @@ TEST(Gallery, PicturesAreThoseOfThePages) {
     std::set<std::string> names;
     for (const Picture& picture : pictures()) {
         SCOPED_TRACE(picture.name);
-        const fs::path file = fs::path(GEOMKIT_GALLERY_FOLDER) /
-                              (names.insert(picture.name).first->data() + std::string(".svg"));
+        names.insert(picture.name);
+        const fs::path file =
+            fs::path(GEOMKIT_GALLERY_FOLDER) / (std::string(picture.name) + ".svg");
         std::ifstream stream(file, std::ios::binary);
         const std::string kept{std::istreambuf_iterator<char>(stream), {}};
         EXPECT_EQ(firstDifference(picture.draw(), kept), "");
@@ -99,6 +100,19 @@ TEST(Gallery, PicturesAreWellFormedSmallAndInsideTheirSheets) {
     }
 }
 
+/// A figure that no longer shows its case would go unnoticed when the pictures are written anew.
+TEST(Gallery, EveryStatusIsShown) {
+    const auto expectAll = [](const std::string& text, const std::vector<std::string>& all) {
+        for (const std::string& status : all)
+            EXPECT_NE(text.find(status), std::string::npos) << status;
+    };
+    expectAll(lines(), {"0: kMeet", "1: kParallel", "2: kCoincident", "3: kSkew"});
+    expectAll(planes(), {"0: kHit", "1: kParallel", "2: kInPlane", "0: kMeet", "2: kCoincident"});
+    expectAll(triangles(), {"0: kHit", "1: kMiss", "2: kInPlane", "3: kParallel", "4: kDegen"});
+    expectAll(spheres(), {"numHits = 0", "numHits = 1", "numHits = 2"});
+    expectAll(roots(), {"answers 1", "answers 2", "answers 3"});
+}
+
 TEST(SvgSink, NumbersAreFixedRoundHalvesUpAndHaveNoNegativeZero) {
     EXPECT_EQ(number(1234.5678, 2), "1234.57");
     EXPECT_EQ(number(-0.004, 2), "0.00");
@@ -119,6 +133,7 @@ TEST(SvgSink, WritesWhatComesThroughTheHooksWhileItLives) {
         gkFuncBinder::clear();
         gkFuncBinder::drawPoints({{3.0, 4.0, 0.0}, {5.0, 6.0, 0.0}}, kBlue, kLine);
         gkFuncBinder::drawPoints({}, kBlue, kLine);
+        gkFuncBinder::drawPoints({{7.0, 8.0, 0.0}}, -1, 99);
         gkFuncBinder::drawVector({10.0, 20.0, 0.0}, {10.0, 0.0, 0.0}, kBlue, 3.0);
         drawn = sink.document();
     }
@@ -131,7 +146,8 @@ TEST(SvgSink, WritesWhatComesThroughTheHooksWhileItLives) {
     for (const pugi::xml_node& path : svg.children("path"))
         paths.push_back(path.attribute("d").value());
     // The head of the arrow is the last one.
-    EXPECT_EQ(paths, (std::vector<std::string>{"M3.00 4.00L5.00 6.00", "M10.00 20.00L40.00 20.00",
+    EXPECT_EQ(paths, (std::vector<std::string>{"M3.00 4.00L5.00 6.00", "M7.00 8.00",
+                                               "M10.00 20.00L40.00 20.00",
                                                "M40.00 20.00L31.00 23.60L31.00 16.40Z"}));
     gkFuncBinder::drawPoint({1.0, 2.0, 0.0}, kRed);  // reaches nobody
 }
