@@ -39,10 +39,15 @@ ChainTree::Box ChainTree::boxOf(const PolylineProjector& chain) {
             return {Point(-kInfinity, -kInfinity), Point(kInfinity, kInfinity)};
         }
         for (int k = 0; k < 2; ++k) {
-            const double margin = kRounding * std::abs(p[k]);
-            box.low[k] = (std::min)(box.low[k], p[k] - margin);
-            box.high[k] = (std::max)(box.high[k], p[k] + margin);
+            box.low[k] = (std::min)(box.low[k], p[k]);
+            box.high[k] = (std::max)(box.high[k], p[k]);
         }
+    }
+    // A foot rounds by the size of both ends of its segment, so also beside a vertex near 0.
+    for (int k = 0; k < 2; ++k) {
+        const double margin = kRounding * (std::max)(std::abs(box.low[k]), std::abs(box.high[k]));
+        box.low[k] -= margin;
+        box.high[k] += margin;
     }
     return box;
 }
