@@ -68,7 +68,7 @@ Nearest scanSegments(const std::vector<Vector3>& points, std::int32_t first, std
 /// One query of a long polyline.
 ///
 /// What competes are the segments, each with its squared distance, and the end and split vertices.
-/// The least wins, and of equals the one that the documented order of runs meets first. Boxes find
+/// The least wins, and of equals the one that the promised order of runs meets first. Boxes find
 /// the least quickly; the order is worked out only for the few that tie.
 class PolylineProjector::Search {
 public:
@@ -149,7 +149,7 @@ private:
 
     /// Lower bound of the distance to a run from its chord and arc length; 0 where rounding leaves
     /// none.
-    double documentedBound(std::int32_t first, std::int32_t last) const {
+    double chordBound(std::int32_t first, std::int32_t last) const {
         const Vector3& a = line_.points[at(first)];
         const Vector3& b = line_.points[at(last)];
         const double length = line_.arcLength[at(last)] - line_.arcLength[at(first)];
@@ -179,8 +179,8 @@ private:
     /// first when the run of larger bound is always taken next, and the first of equal ones?
     bool isFirstHalfMetFirst(const Candidate& a, std::int32_t first, std::int32_t m,
                              const Candidate& b, std::int32_t last) const {
-        Path pathA = {a, first, m, documentedBound(first, m)};
-        Path pathB = {b, m, last, documentedBound(m, last)};
+        Path pathA = {a, first, m, chordBound(first, m)};
+        Path pathB = {b, m, last, chordBound(m, last)};
         for (;;) {
             const bool takeA = pathA.bound >= pathB.bound;
             Path& path = takeA ? pathA : pathB;
@@ -188,7 +188,7 @@ private:
             const std::int32_t split = middle(path.first, path.last);
             if (path.target.vertex == split) return takeA;
             (path.target.isBeyond(split) ? path.first : path.last) = split;
-            path.bound = documentedBound(path.first, path.last);
+            path.bound = chordBound(path.first, path.last);
         }
     }
 
