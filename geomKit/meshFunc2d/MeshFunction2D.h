@@ -29,7 +29,7 @@ struct FacetWeights;
 /// number: those with a NaN vertex, and all of them when the mesh is not finite or has no extent
 /// along one axis.
 ///
-/// All const members may be called concurrently on one object. None of them allocates.
+/// All const members may be called concurrently on one object. No query allocates.
 class GEOMKIT_API MeshFunction2D : public Serializable {
 public:
     using Point = ktNM::vect2<double>;

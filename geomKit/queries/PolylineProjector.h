@@ -30,9 +30,10 @@ struct PolylineProjection {
 /// distance plus 1e-13, on behalf of segment 0, the last segment or the one that ends in it; this
 /// decides where the distance to a long segment has lost more than that to cancellation.
 ///
-/// Repeated vertices are allowed. A vertex that is not finite makes the segments at it count as
-/// being at distance 0. If no distance is below infinity (a query or a polyline whose squares
-/// overflow), segment 0 is taken.
+/// Repeated vertices are allowed. A segment at a vertex with NaN counts as being at distance 0, one
+/// at an infinite vertex as that or as its finite end; a NaN query is at distance 0 from every
+/// segment. If no distance is below infinity (a query or a polyline whose squares overflow),
+/// segment 0 is taken.
 ///
 /// `project` writes the result fields; `nearest` is const, so any number of threads may call it on
 /// one object.

@@ -60,7 +60,7 @@ public:
     bool isNull() const;
 
     /// Scales to length 1 and returns true; if `isNull()`, returns false and changes nothing. A
-    /// vector whose squared length overflows becomes zero and returns true.
+    /// finite vector whose squared length overflows becomes zero and returns true.
     bool autoNormalize();
 
     /// The unit vector of this direction; a null vector (x, y, z) becomes (x, y, 1).

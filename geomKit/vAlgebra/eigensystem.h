@@ -24,7 +24,8 @@ GEOMKIT_API bool jacobiRotation(const Matrix3& S, int& p, int& q, double& c, dou
 ///
 /// Iterates until the off-diagonal entries sum to at most 1e-8 (absolute), which bounds the error
 /// of the eigenvalues and of A v - lambda v. Returns false when 51 rotations did not suffice, as
-/// for equal diagonal entries of 1e200 beside entries of 1, which then only turn by 45 degrees; the
-/// state reached is written all the same. A NaN off the diagonal ends the iteration early with true
-/// and may leave eigenvalues that look fine: a caller who cannot exclude NaN tests the input.
+/// for equal diagonal entries of 1e200 beside entries of 0.5, 1 and 2, which then only turn by 45
+/// degrees; the state reached is written all the same. A NaN off the diagonal ends the iteration
+/// early with true and may leave eigenvalues that look fine: a caller who cannot exclude NaN tests
+/// the input.
 GEOMKIT_API bool jacobiMethod(const Matrix3& A, double* eigs, UVector3* vecs);

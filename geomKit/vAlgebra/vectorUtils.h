@@ -35,7 +35,7 @@ inline Vector3 projectOnLine(const Vector3& p, const Vector3& o, const UVector3&
 ///
 /// The end tests compare unnormalised dot products with 1e-13 (inclusive), so a segment with a = b
 /// always answers the distance to a with t = 0. Between the ends the result is |d|^2 - h^2/|e|^2
-/// with d = p - a, e = b - a, h = d . e, never below 0.
+/// with d = p - a, e = b - a, h = d . e, never below 0. NaN in a point gives 0 with t = NaN.
 inline double distSqToLineSegment(const Vector3& p, const Vector3& a, const Vector3& b, double* t) {
     const Vector3 d = p - a;
     const Vector3 e = b - a;
