@@ -2,16 +2,17 @@
 /// Digests of the library's answers: the same bits from every compiler, level and CPU family.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <cstring>
-#include <string>
 #include <type_traits>
 
+#include "geomKit/transforms/Matrix.h"
 #include "geomKit/vAlgebra/Matrix3.h"
 #include "geomKit/vAlgebra/Vector3.h"
 
-/// Reproducible inputs: the standard distributions differ between standard libraries. Draw into a
-/// named variable, one draw a statement: compilers differ in the order of a call's arguments.
+/// Reproducible inputs: the standard distributions differ between standard libraries. One draw an
+/// expression, or a list in braces: compilers differ in the order of a call's arguments.
 class InputSource {
 public:
     explicit InputSource(std::uint64_t seed) : state_(seed) {}
@@ -28,66 +29,77 @@ public:
     }
     int index(int count) { return static_cast<int>(bits() % static_cast<std::uint64_t>(count)); }
     Vector3 vector(double size) {
-        const double x = uniform(-size, size);
-        const double y = uniform(-size, size);
-        const double z = uniform(-size, size);
-        return {x, y, z};
+        return Vector3{uniform(-size, size), uniform(-size, size), uniform(-size, size)};
     }
-    Matrix3 matrix(double size) {
-        const Vector3 a = vector(size);
-        const Vector3 b = vector(size);
-        const Vector3 c = vector(size);
-        return {a, b, c};
+    template <std::size_t N>
+    std::array<Vector3, N> vectors(double size) {
+        std::array<Vector3, N> all;
+        for (Vector3& v : all)
+            v = vector(size);
+        return all;
     }
+    Matrix3 matrix(double size) { return Matrix3{vector(size), vector(size), vector(size)}; }
 
 private:
     std::uint64_t state_;
 };
 
-/// One line of the digest: a name and a hash over the bits of everything added to it. Every NaN
+/// The digest of one family of functions: hashes over the bits of everything added. Every NaN
 /// hashes alike: which NaN an operation yields is not IEEE's to say.
 class Digest {
 public:
-    /// Values that only IEEE operations and square roots lead to are the same everywhere. Values
-    /// through sin, atan2, pow and the like are the same for one C library on one machine.
-    enum class Arithmetic { Ieee, MathLibrary };
-
-    explicit Digest(std::string name, Arithmetic arithmetic = Arithmetic::Ieee);
-    /// Prints the line.
-    ~Digest();
-    Digest(const Digest&) = delete;
-    Digest& operator=(const Digest&) = delete;
-
-    void add(double v) {
-        std::uint64_t bits = 0x7ff8000000000000u;
-        if (v == v) std::memcpy(&bits, &v, sizeof bits);
-        mix(bits);
+    /// Adds numbers, vectors, matrices and ranges of them from left to right. What IEEE operations
+    /// and square roots lead to is the same everywhere. Arguments are read when all of them have
+    /// been computed: one call may fill variables that stand beside it, never two.
+    template <typename... Values>
+    void add(const Values&... values) {
+        (mix(ieee_, values), ...);
     }
-    template <typename Integer, typename = std::enable_if_t<std::is_integral_v<Integer>>>
-    void add(Integer v) {
-        mix(static_cast<std::uint64_t>(v));
+    /// For what passes through sin, atan2, pow and the like: one C library's, on one machine.
+    template <typename... Values>
+    void addMath(const Values&... values) {
+        (mix(math_, values), ...);
     }
-    void add(const Vector3& v) {
-        add(v.x);
-        add(v.y);
-        add(v.z);
-    }
-    void add(const Matrix3& m) {
-        for (int j = 0; j < 3; ++j)
-            add(m.column(j));
-    }
+    bool operator==(const Digest& d) const { return ieee_ == d.ieee_ && math_ == d.math_; }
+    /// Prints a line for each of the two hashes that something was added to.
+    void print(const char* name) const;
 
 private:
-    void mix(std::uint64_t bits) {
-        for (int byte = 0; byte < 8; ++byte) {
-            hash_ = (hash_ ^ ((bits >> (8 * byte)) & 0xffu)) * 0x100000001b3u;
+    using Hash = std::uint64_t;
+    static constexpr Hash kEmpty = 0xcbf29ce484222325u;
+
+    template <typename T>
+    static void mix(Hash& hash, const T& value) {
+        if constexpr (std::is_integral_v<T>) {
+            for (int shift = 0; shift < 64; shift += 8)
+                hash = (hash ^ ((static_cast<Hash>(value) >> shift) & 0xffu)) * 0x100000001b3u;
+        } else if constexpr (std::is_floating_point_v<T>) {
+            const double wide = value;
+            Hash bits = 0x7ff8000000000000u;
+            if (wide == wide) std::memcpy(&bits, &wide, sizeof bits);
+            mix(hash, bits);
+        } else if constexpr (std::is_base_of_v<Vector3, T>) {
+            for (int i = 0; i < 3; ++i)
+                mix(hash, value[i]);
+        } else if constexpr (std::is_same_v<Matrix3, T>) {
+            for (int j = 0; j < 3; ++j)
+                mix(hash, value.column(j));
+        } else if constexpr (std::is_same_v<Matrix, T>) {
+            for (int i = 0; i < 16; ++i)
+                mix(hash, value(i / 4, i % 4));
+        } else {
+            for (const auto& part : value)
+                mix(hash, part);
         }
     }
 
-    std::string name_;
-    Arithmetic arithmetic_;
-    std::uint64_t hash_ = 0xcbf29ce484222325u;
+    Hash ieee_ = kEmpty;
+    Hash math_ = kEmpty;
 };
+
+/// Prints the digest of `samples` calls of `add(digest, in, i)`, i = 0, 1, ...
+void sample(const char* name, std::uint64_t seed, int samples,
+            void (*add)(Digest&, InputSource&, int));
 
 void digestVectorAlgebra();
 void digestTransforms();

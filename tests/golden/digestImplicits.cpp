@@ -6,64 +6,42 @@
 
 namespace {
 
-void digestFields() {
-    InputSource in(41);
-    Digest digest("Implicit");
-    for (const std::size_t count : {0u, 3u, 4u, 30u, 100u, 300u}) {
+void addFields(Digest& digest, InputSource& in, int i) {
+    const std::size_t counts[] = {0, 3, 4, 30, 100, 300};
+    std::vector<std::pair<Vector3, double>> samples(counts[i / 3]);
+    for (auto& [point, value] : samples) {
+        point = in.vector(1.0);
+        value = in.uniform(-1.0, 1.0);
         // In general position, in a plane, and on a grid with repeated points.
-        for (int kind = 0; kind < 3; ++kind) {
-            std::vector<std::pair<Vector3, double>> samples(count);
-            for (auto& [point, value] : samples) {
-                point = in.vector(1.0);
-                value = in.uniform(-1.0, 1.0);
-                if (kind == 1) point.z = 0.0;
-                if (kind == 2)
-                    point = Vector3(std::floor(4.0 * point.x), point.y > 0.0, value > 0.0);
-            }
-            const Implicit field(samples);
-            for (const double weight : field.weights)
-                digest.add(weight);
-            digest.add(field.offset);
-            digest.add(field.linear);
-            digest.add(field.metZeroPivot());
-            digest.add(field.maxResidual(samples));
-            Vector3 points[20];
-            for (Vector3& p : points)
-                p = in.vector(2.0);
-            double values[20];
-            field.evaluate(points, values, 20);
-            field.getGradient(points, points, 20);
-            for (int i = 0; i < 20; ++i) {
-                digest.add(values[i]);
-                digest.add(points[i]);
-            }
-        }
+        if (i % 3 == 1) point.z = 0.0;
+        if (i % 3 == 2) point = Vector3(std::floor(4.0 * point.x), point.y > 0.0, value > 0.0);
     }
+    const Implicit field(samples);
+    digest.add(field.weights, field.offset, field.linear, field.metZeroPivot());
+    auto points = in.vectors<20>(2.0);
+    double values[20];
+    field.evaluate(points.data(), values, 20);
+    field.getGradient(points.data(), points.data(), 20);
+    digest.add(field.maxResidual(samples));
+    for (std::size_t k = 0; k < 20; ++k)
+        digest.add(values[k], points[k]);
 }
 
-void digestEllipsoids() {
-    InputSource in(42);
-    Digest digest("ImplEllipsoid");
-    for (int i = 0; i < 500; ++i) {
-        std::vector<Vector3> points;
-        for (int n = in.index(30); n >= 0; --n)
-            points.push_back(in.vector(3.0));
-        ImplEllipsoid ellipsoid(points);
-        const std::unique_ptr<ImplEllipsoid> thick(ellipsoid.thicken(in.uniform(-1.0, 1.0)));
-        digest.add(ellipsoid.center);
-        digest.add(ellipsoid.matrix);
-        digest.add(thick->matrix);
-        double value = 0.0;
-        Vector3 gradient;
-        ellipsoid.evaluate(in.vector(4.0), &value, &gradient, nullptr);
-        digest.add(value);
-        digest.add(gradient);
-    }
+void addEllipsoids(Digest& digest, InputSource& in, int /*i*/) {
+    std::vector<Vector3> points;
+    for (int n = in.index(30); n >= 0; --n)
+        points.push_back(in.vector(3.0));
+    ImplEllipsoid ellipsoid(points);
+    const std::unique_ptr<ImplEllipsoid> thick(ellipsoid.thicken(in.uniform(-1.0, 1.0)));
+    double value = 0.0;
+    Vector3 gradient;
+    ellipsoid.evaluate(in.vector(4.0), &value, &gradient, nullptr);
+    digest.add(ellipsoid.center, ellipsoid.matrix, thick->matrix, value, gradient);
 }
 
 }  // namespace
 
 void digestImplicits() {
-    digestFields();
-    digestEllipsoids();
+    sample("Implicit", 41, 18, addFields);
+    sample("ImplEllipsoid", 42, 500, addEllipsoids);
 }

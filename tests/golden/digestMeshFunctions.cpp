@@ -9,23 +9,18 @@ namespace {
 
 using Point = ktNM::vect2<double>;
 
-void digestProjections() {
-    InputSource in(20);
-    Digest digest("PolylineProjector");
-    for (const int n : {2, 19, 20, 100, 3000}) {
-        std::vector<Vector3> points;
-        for (int i = 0; i < n; ++i)
-            points.push_back(in.vector(1.0) + Vector3(0.1 * i, 0.0, 0.0));
-        PolylineProjector line(points);
-        for (const double length : line.arcLength)
-            digest.add(length);
-        for (int q = 0; q < 300; ++q) {
-            line.project(q % 3 == 0 ? points[static_cast<std::size_t>(in.index(n))]
-                                    : in.vector(0.2 * n));
-            digest.add(line.segment);
-            digest.add(line.param);
-            digest.add(line.point);
-        }
+void addProjections(Digest& digest, InputSource& in, int i) {
+    const int counts[] = {2, 19, 20, 100, 3000};
+    const int n = counts[i];
+    std::vector<Vector3> points;
+    for (int k = 0; k < n; ++k)
+        points.push_back(in.vector(1.0) + Vector3(0.1 * k, 0.0, 0.0));
+    PolylineProjector line(points);
+    digest.add(line.arcLength);
+    for (int q = 0; q < 300; ++q) {
+        line.project(q % 3 == 0 ? points[static_cast<std::size_t>(in.index(n))]
+                                : in.vector(0.2 * n));
+        digest.add(line.segment, line.param, line.point);
     }
 }
 
@@ -51,41 +46,29 @@ MeshFunction2D roughMesh(int side) {
     return {params, values, facets, floats};
 }
 
-void digestFunctions() {
-    InputSource in(21);
-    Digest digest("MeshFunction2D");
-    for (const int side : {2, 30, 140}) {
-        const MeshFunction2D f = roughMesh(side);
-        for (const auto& cell : f.cells)
-            digest.add(cell.size());
-        for (std::size_t k = 0; k < f.boundaries.size(); ++k) {
-            for (const int facet : f.boundaryFacets[k])
-                digest.add(facet);
-            for (const Vector3& p : f.boundaries[k]->points)
-                digest.add(p);
-        }
-        for (int q = 0; q < 3000; ++q) {
-            const Vector3 v = in.vector(side);
-            const Point p(v.x, v.y);
-            Point value;
-            float cosine = 0.0f;
-            digest.add(f.evaluate(p, &value, &cosine));
-            digest.add(f.extrapolate(p, &value, &cosine));
-            digest.add(value.u);
-            digest.add(value.v);
-            digest.add(static_cast<double>(cosine));
-            digest.add(f.extrapolateOld(p, &value, &cosine));
-            digest.add(value.u);
-            bool interior = false;
-            digest.add(f.iDistToEdge(q % 4, (q + 1) % 4, p, &interior, q % 2 == 0));
-            digest.add(interior);
-        }
+void addFunctions(Digest& digest, InputSource& in, int i) {
+    const int sides[] = {2, 30, 140};
+    const MeshFunction2D f = roughMesh(sides[i]);
+    for (const auto& cell : f.cells)
+        digest.add(cell.size());
+    for (std::size_t k = 0; k < f.boundaries.size(); ++k)
+        digest.add(f.boundaryFacets[k], f.boundaries[k]->points);
+    for (int q = 0; q < 3000; ++q) {
+        const Vector3 v = in.vector(sides[i]);
+        const Point p(v.x, v.y);
+        Point value;
+        float cosine = 0.0f;
+        bool interior = false;
+        digest.add(f.evaluate(p, &value, &cosine));
+        digest.add(f.extrapolate(p, &value, &cosine), value.u, value.v, cosine);
+        digest.add(f.extrapolateOld(p, &value, &cosine), value.u);
+        digest.add(f.iDistToEdge(q % 4, (q + 1) % 4, p, &interior, q % 2 == 0), interior);
     }
 }
 
 }  // namespace
 
 void digestMeshFunctions() {
-    digestProjections();
-    digestFunctions();
+    sample("PolylineProjector", 20, 5, addProjections);
+    sample("MeshFunction2D", 21, 3, addFunctions);
 }

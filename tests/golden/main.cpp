@@ -2,16 +2,21 @@
 // other and with golden.txt.
 #include <cinttypes>
 #include <cstdio>
-#include <utility>
 
 #include "tests/golden/Digest.h"
 
-Digest::Digest(std::string name, Arithmetic arithmetic)
-    : name_(std::move(name)), arithmetic_(arithmetic) {}
+void Digest::print(const char* name) const {
+    if (ieee_ != kEmpty) std::printf("%-28s %016" PRIx64 "\n", name, ieee_);
+    if (math_ != kEmpty) std::printf("%-28s %016" PRIx64 " math-library\n", name, math_);
+}
 
-Digest::~Digest() {
-    std::printf("%-28s %016" PRIx64 "%s\n", name_.c_str(), hash_,
-                arithmetic_ == Arithmetic::MathLibrary ? " math-library" : "");
+void sample(const char* name, std::uint64_t seed, int samples,
+            void (*add)(Digest&, InputSource&, int)) {
+    InputSource in(seed);
+    Digest digest;
+    for (int i = 0; i < samples; ++i)
+        add(digest, in, i);
+    digest.print(name);
 }
 
 int main() {
