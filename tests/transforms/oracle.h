@@ -2,34 +2,22 @@
 /// Random transforms and the way to Eigen, by which they are checked.
 #pragma once
 
-#include <Eigen/Dense>
+#include <cmath>
 
 #include "geomKit/transforms/BoneTransform.h"
 #include "geomKit/transforms/Transform.h"
 #include "tests/golden/Digest.h"
+#include "tests/vAlgebra/ExpectNear.h"
 
 inline const double kNaN = std::nan("");
 
-inline Eigen::Vector3d eigen(const Vector3& v) {
-    return {v.x, v.y, v.z};
-}
-
-inline Eigen::Matrix3d eigen(const Matrix3& m) {
-    Eigen::Matrix3d e;
-    e << eigen(m.column(0)), eigen(m.column(1)), eigen(m.column(2));
-    return e;
-}
-
 inline Eigen::Matrix4d eigen(const Matrix& m) {
-    Eigen::Matrix4d e;
-    for (int k = 0; k < 16; ++k)
-        e(k / 4, k % 4) = m(k / 4, k % 4);
-    return e;
+    return Eigen::Matrix4d::NullaryExpr(
+        [&](auto i, auto j) { return m(static_cast<int>(i), static_cast<int>(j)); });
 }
-
-template <typename A, typename B>
-double distance(const A& a, const B& b) {
-    return (a - b).norm();
+template <typename T>
+auto eigen(const T& t) -> decltype(eigen(t.getMatrix())) {
+    return eigen(t.getMatrix());
 }
 
 /// Every third one is a mirror.
@@ -39,4 +27,13 @@ inline Transform randomTransform(InputSource& in) {
     t.translation = in.vector(5.0);
     t.scale = in.uniform(0.2, 3.0) * (in.index(3) == 0 ? -1.0 : 1.0);
     return t;
+}
+
+/// Blends end on their operands, also beyond the ends; NaN counts as the start.
+template <typename T>
+void expectBlendsEnd(const T& a, const T& b, double tolerance) {
+    for (const double t : {0.0, -3.0, kNaN})
+        EXPECT_EQ(distance(T::interpolate(a, b, t), a), 0.0);
+    for (const double t : {1.0, 7.0})
+        EXPECT_LE(distance(T::interpolate(a, b, t), b), tolerance);
 }

@@ -1,7 +1,8 @@
 /// @file
-/// Component-wise comparisons that NaN fails.
+/// Comparisons that NaN fails: with each other component by component, and with Eigen.
 #pragma once
 
+#include <Eigen/Dense>
 #include <gtest/gtest.h>
 
 #include "geomKit/vAlgebra/Matrix3.h"
@@ -15,4 +16,22 @@ inline void expectNear(const Vector3& a, const Vector3& b, double tolerance) {
 inline void expectNear(const Matrix3& a, const Matrix3& b, double tolerance) {
     for (int j = 0; j < 3; ++j)
         expectNear(a.column(j), b.column(j), tolerance);
+}
+
+template <typename E>
+Eigen::MatrixXd eigen(const Eigen::MatrixBase<E>& e) {
+    return e;
+}
+inline Eigen::Vector3d eigen(const Vector3& v) {
+    return {v.x, v.y, v.z};
+}
+inline Eigen::Matrix3d eigen(const Matrix3& m) {
+    return (Eigen::Matrix3d() << eigen(m.column(0)), eigen(m.column(1)), eigen(m.column(2)))
+        .finished();
+}
+
+/// NaN, which fails every bound, when there is one in a or b.
+template <typename A, typename B>
+double distance(const A& a, const B& b) {
+    return (eigen(a) - eigen(b)).norm();
 }

@@ -24,15 +24,13 @@ TEST(VectorUtils, SegmentDistanceAgainstDenseSampling) {
 
 // The end tests include their bound of 1e-13, which is of an unnormalised dot product.
 TEST(VectorUtils, SegmentDistanceAtTheEnds) {
-    const struct {
-        double x, end, t;
-    } table[] = {{1e-13, 1, 0}, {1.01e-13, 1, 1.01e-13}, {1 - 0.99e-13, 1, 1}, {0.5e-7, 1e-7, 0},
-                 {0.5, 0, 0},   {1e3, 2e3, 0.5}};
-    for (const auto& row : table) {
+    const double table[][3] = {{1e-13, 1, 0},        {1.01e-13, 1, 1.01e-13},
+                               {1 - 0.99e-13, 1, 1}, {0.5e-7, 1e-7, 0},
+                               {0.5, 0, 0},          {1e3, 2e3, 0.5}};
+    for (const auto& [x, end, want] : table) {
         double t = -1.0;
-        const Vector3 p(row.x, 1e-20, 0.0);
-        EXPECT_GE(distSqToLineSegment(p, Vector3(), Vector3(row.end, 0.0, 0.0), &t), 0.0);
-        EXPECT_EQ(t, row.t);
+        distSqToLineSegment(Vector3(x, 1e-20, 0.0), Vector3(), Vector3(end, 0.0, 0.0), &t);
+        EXPECT_EQ(t, want) << x;
     }
 }
 
@@ -72,8 +70,8 @@ TEST(VectorUtils, CurvaturesOfATorus) {
         const Vector3 sv = radial * -std::sin(v) + Vector3(0.0, 0.0, std::cos(v));
         const double ring = 3.0 + std::cos(v);
         const Vector3 d1[] = {along * ring + sv * k, sv};
-        const Vector3 suu = radial * -ring + along * (-2.0 * k * std::sin(v)) + inwards * (k * k);
-        const Vector3 d2[] = {suu, along * -std::sin(v) + inwards * k, inwards};
+        const Vector3 d2[] = {radial * -ring - along * (2.0 * k * std::sin(v)) + inwards * (k * k),
+                              along * -std::sin(v) + inwards * k, inwards};
         double kMin = 0.0;
         double kMax = 0.0;
         ASSERT_TRUE(principalCurvatures(d1, d2, &kMin, &kMax));

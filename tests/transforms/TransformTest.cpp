@@ -1,0 +1,70 @@
+#include "tests/transforms/oracle.h"
+
+namespace {
+
+TEST(Transform, ComposesAndInverts) {
+    InputSource in(41);
+    for (int n = 0; n < 200; ++n) {
+        const Transform a = randomTransform(in);
+        const Transform b = randomTransform(in);
+        const Vector3 p = in.vector(4.0);
+        EXPECT_LE(distance((a * b).transformPoint(p), a.transformPoint(b.transformPoint(p))),
+                  1e-12);
+        EXPECT_LE(distance(a.transformPoint(p), a.getMatrix().transformPoint(p)), 1e-13);
+        EXPECT_LE(distance(a * a.inverse(), Matrix()), 1e-13);
+        EXPECT_EQ(distance(a.linearComponent().transformPoint(p), a.transformDirection(p)), 0.0);
+        EXPECT_LE(distance(a.getLinear() * p, a.transformDirection(p)), 1e-13);
+    }
+}
+
+TEST(Transform, BuildsFramesMirrorsAndRotations) {
+    InputSource in(42);
+    for (int n = 0; n < 100; ++n) {
+        const Vector3 p = in.vector(3.0);
+        const UVector3 u = in.vector(1.0);
+        const UVector3 v = u % in.vector(1.0);
+        const Transform frame(u, v, p);
+        EXPECT_LE(distance(frame.transformPoint(Vector3(0.0, 0.0, 1.0)), p + u), 1e-14);
+        EXPECT_LE(distance(frame.transformDirection(Vector3(1.0, 0.0, 0.0)), v), 1e-15);
+        const Transform mirror = Transform::reflection(p, u);
+        EXPECT_EQ(mirror.scale, -1.0);
+        EXPECT_LE(distance(mirror.transformPoint(p + v * 2.0 + u), p + v * 2.0 - u), 1e-13);
+        EXPECT_LE(distance(mirror * mirror, Matrix()), 1e-13);
+        for (const Transform& proper : {frame, mirror})
+            EXPECT_NEAR(proper.rotation.determinant(), 1.0, 1e-14);
+
+        const UVector3 to = in.vector(1.0);
+        const auto want = Eigen::Quaterniond::FromTwoVectors(eigen(u), eigen(to));
+        EXPECT_LE(distance(Transform::rotate(u, to).rotation, want.toRotationMatrix()), 1e-7);
+        const Transform half = Transform::rotate(u, UVector3(-u));
+        EXPECT_LE(distance(half.transformDirection(u), -u), 1e-14);
+        EXPECT_LE(distance(half * half, Matrix()), 1e-14);
+        EXPECT_EQ(distance(Transform::rotate(u, UVector3(u + v * 4e-4)), Matrix()), 0.0)
+            << "within 0.03 degrees nothing turns";
+    }
+}
+
+TEST(Transform, InterpolateIsSlerpAndGeometricScaleAlsoOfMatrices) {
+    InputSource in(43);
+    for (int n = 0; n < 200; ++n) {
+        const Transform a = randomTransform(in);
+        const Transform b = randomTransform(in);
+        const double t = in.uniform(0.0, 1.0);
+        const Transform blend = Transform::interpolate(a, b, t);
+        const Eigen::Quaterniond qa(eigen(a.rotation));
+        const Eigen::Quaterniond qb(eigen(b.rotation));
+        EXPECT_LE(distance(blend.rotation, qa.slerp(t, qb).toRotationMatrix()), 1e-9);
+        const double scale = std::pow(std::abs(a.scale), 1.0 - t) * std::pow(std::abs(b.scale), t);
+        EXPECT_NEAR(std::abs(blend.scale), scale, 1e-13);
+        EXPECT_LE(distance(blend.translation, a.translation * (1.0 - t) + b.translation * t),
+                  1e-14);
+        expectBlendsEnd(a, b, 0.0);
+        expectBlendsEnd(a.getMatrix(), b.getMatrix(), 0.0);
+        if (a.scale < 0.0 || b.scale < 0.0) continue;
+        EXPECT_LE(distance(Matrix::interpolate(a.getMatrix(), b.getMatrix(), t), blend), 1e-9);
+    }
+    for (const double t : {0.5, 0.51})
+        EXPECT_EQ(Transform::interpolate(1.0, -1.0, t).scale, t > 0.5 ? -1.0 : 1.0);
+}
+
+}  // namespace
