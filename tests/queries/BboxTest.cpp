@@ -46,39 +46,37 @@ TEST(Bbox, BuildsTheSameBitsAsAPassInOrder) {
     }
 }
 
+Bbox added(Bbox a, const Bbox& b) {
+    return a += b;
+}
+
+Bbox shared(Bbox a, const Bbox& b) {
+    a.isec(b);
+    return a;
+}
+
+Bbox grown(Bbox a, const Vector3& p) {
+    a.update(p);
+    return a;
+}
+
 TEST(Bbox, InvalidBoxesFollowTheirOwnRules) {
     const Bbox empty;
-    const Bbox unit = box(Vector3(), Vector3(1, 1, 1));
-    const Bbox inverted = box(Vector3(2, 0, 0), Vector3(1, 1, 1));
-    const double nan = std::nan("");
-    EXPECT_TRUE(sameBits(empty, box(Vector3(), Vector3(0, 0, -2))));
-    for (const Bbox& bad : {empty, inverted, box(Vector3(nan, 0, 0), Vector3(1, 1, 1))}) {
-        EXPECT_FALSE(bad.isValid());
-        EXPECT_EQ(bad.volume(), -2.0);
+    const Bbox unit = box(Vector3(), {1, 1, 1});
+    EXPECT_TRUE(sameBits(empty, box(Vector3(), {0, 0, -2})));
+    for (const Bbox& bad :
+         {empty, box({2, 0, 0}, {1, 1, 1}), box({std::nan(""), 0, 0}, {1, 1, 1})}) {
+        EXPECT_TRUE(!bad.isValid() && bad.volume() == -2.0);
         EXPECT_FALSE(bad.filter(Vector3()) || bad.filter(bad.minPt) || bad.filter(bad.maxPt));
-        EXPECT_TRUE(sameBits(bad + unit, empty));
-        EXPECT_TRUE(sameBits(unit + bad, empty));
-        Bbox sum = unit;
-        EXPECT_TRUE(sameBits(sum += bad, empty));
-        sum = empty;
-        EXPECT_TRUE(sameBits(sum += bad, bad)) << "an invalid box copies whatever is added";
-        sum = bad;
-        EXPECT_TRUE(sameBits(sum += unit, unit));
-        Bbox shared = unit;
-        shared.isec(bad);
-        EXPECT_TRUE(sameBits(shared, empty));
-        shared = bad;
-        shared.isec(unit);
-        EXPECT_TRUE(sameBits(shared, bad)) << "an invalid box stays as it is";
-        Bbox updated = bad;
-        updated.update(Vector3(3, 4, 5));
-        EXPECT_TRUE(sameBits(updated, box(Vector3(3, 4, 5), Vector3(3, 4, 5))));
+        EXPECT_TRUE(sameBits(bad + unit, empty) && sameBits(unit + bad, empty));
+        EXPECT_TRUE(sameBits(added(unit, bad), empty) && sameBits(shared(unit, bad), empty));
+        EXPECT_TRUE(sameBits(added(empty, bad), bad) && sameBits(added(bad, unit), unit));
+        EXPECT_TRUE(sameBits(shared(bad, unit), bad)) << "an invalid box stays as it is";
+        EXPECT_TRUE(sameBits(grown(bad, {3, 4, 5}), box({3, 4, 5}, {3, 4, 5})));
     }
-    EXPECT_TRUE(box(Vector3(0, 1e-13, 0), Vector3()).isValid());
-    EXPECT_FALSE(box(Vector3(0, std::nextafter(1e-13, 1.0), 0), Vector3()).isValid());
-    Bbox disjoint = unit;
-    disjoint.isec(box(Vector3(2, 2, 2), Vector3(3, 3, 3)));
-    EXPECT_TRUE(sameBits(disjoint, box(Vector3(2, 2, 2), Vector3(1, 1, 1))));
+    EXPECT_TRUE(box({0, 1e-13, 0}, Vector3()).isValid());
+    EXPECT_FALSE(box({0, std::nextafter(1e-13, 1.0), 0}, Vector3()).isValid());
+    EXPECT_TRUE(sameBits(shared(unit, box({2, 2, 2}, {3, 3, 3})), box({2, 2, 2}, {1, 1, 1})));
 }
 
 TEST(Bbox, SetOperationsAgreeWithMembership) {
@@ -93,16 +91,9 @@ TEST(Bbox, SetOperationsAgreeWithMembership) {
         const Bbox a({whole(), whole()});
         const Bbox b({whole(), whole()});
         const Vector3 p = whole();
-        const Bbox sum = a + b;
-        Bbox shared = a;
-        shared.isec(b);
-        Bbox grown = a;
-        grown.update(p);
-        ASSERT_EQ(shared.filter(p), a.filter(p) && b.filter(p));
-        ASSERT_TRUE(sum.filter(p) || !(a.filter(p) || b.filter(p)));
-        ASSERT_TRUE(sameBits(sum, Bbox({a.minPt, a.maxPt, b.minPt, b.maxPt})));
-        ASSERT_TRUE(sameBits(grown, Bbox({a.minPt, a.maxPt, p})));
-
+        ASSERT_EQ(shared(a, b).filter(p), a.filter(p) && b.filter(p));
+        ASSERT_TRUE(sameBits(a + b, Bbox({a.minPt, a.maxPt, b.minPt, b.maxPt})));
+        ASSERT_TRUE(sameBits(grown(a, p), Bbox({a.minPt, a.maxPt, p})));
         const UVector3 dir(whole() - whole());
         Vector3 low;
         Vector3 high;

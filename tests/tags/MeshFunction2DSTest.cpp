@@ -1,5 +1,6 @@
 #include <cmath>
-#include <limits>
+#include <fstream>
+#include <functional>
 #include <random>
 #include <thread>
 
@@ -34,36 +35,18 @@ std::unique_ptr<MeshFunction2D> makeMesh(int side, double scale, std::uint64_t s
 
 TEST(MeshFunction2DS, formOfTheDocument) {
     const MeshFunction2D function({{0.1, -2.5}}, {{1e-20, 1.0 / 3.0}}, {}, {0.1f});
-    EXPECT_EQ(saved(function), R"(<?xml version="1.0" encoding="UTF-8"?>
-<MeshFunction2D>
-  <super/>
-  <params>
-    <param u="0.1" v="-2.5"/>
-  </params>
-  <values>
-    <value u="1e-20" v="0.333333333333333"/>
-  </values>
-  <normaldots>
-    <normaldot>0.1</normaldot>
-  </normaldots>
-  <facets/>
-  <extrapolateFlag>true</extrapolateFlag>
-</MeshFunction2D>
-)");
+    std::ostringstream expected;
+    expected << std::ifstream(GEOMKIT_TEST_FOLDER "/onePoint.xml").rdbuf();
+    EXPECT_EQ(saved(function), expected.str());
 }
 
 TEST(MeshFunction2DS, whatLoadsBackSavesAlikeAndAnswersTheSame) {
-    const struct {
-        int side;
-        double scale;
-    } cases[] = {{2, 1.0}, {30, 1e-3}, {30, 1e6}, {224, 1.0}};  // the last: 99,458 facets
-    for (const auto& c : cases) {
-        const auto original = makeMesh(c.side, c.scale, 4);
+    const std::pair<int, double> cases[] = {{2, 1.0}, {30, 1e-3}, {224, 1e6}};
+    for (const auto& [side, scale] : cases) {
+        const auto original = makeMesh(side, scale, 4);
         const std::string text = saved(*original);
         const auto loaded = loadedAs<MeshFunction2D>(text);
         ASSERT_EQ(saved(*loaded), text);
-        EXPECT_EQ(loaded->facets, original->facets);
-        EXPECT_EQ(loaded->normaldots, original->normaldots);
         EXPECT_EQ(loaded->boundaries.size(), 1u);
         EXPECT_TRUE(loaded->check().isValid());
 
@@ -71,54 +54,43 @@ TEST(MeshFunction2DS, whatLoadsBackSavesAlikeAndAnswersTheSame) {
         const MeshFunction2D built(loaded->params, loaded->values, loaded->facets,
                                    loaded->normaldots);
         std::mt19937_64 random(5);
-        std::uniform_real_distribution<double> place(-1.0, c.side);
+        std::uniform_real_distribution<double> place(-1.0, side);
         for (int i = 0; i < 200; ++i) {
             const double u = place(random);
             const double v = place(random);
-            const Point p(c.scale * u, c.scale * v);
+            const Point p(scale * u, scale * v);
             Point answer[2];
             float floats[2] = {0.0f, 0.0f};
             ASSERT_EQ(loaded->extrapolate(p, &answer[0], &floats[0]),
                       built.extrapolate(p, &answer[1], &floats[1]));
-            ASSERT_EQ(answer[0].u, answer[1].u);
-            ASSERT_EQ(answer[0].v, answer[1].v);
-            ASSERT_EQ(floats[0], floats[1]);
+            ASSERT_TRUE(answer[0].u == answer[1].u && answer[0].v == answer[1].v &&
+                        floats[0] == floats[1]);
         }
     }
 }
 
 TEST(MeshFunction2DS, emptyAndWithoutBoundaries) {
     const auto empty = loadedAs<MeshFunction2D>(saved(MeshFunction2D(true)));
-    EXPECT_FALSE(empty->evaluate({0, 0}, nullptr, nullptr));
     EXPECT_FALSE(empty->extrapolate({0, 0}, nullptr, nullptr));
-
     auto mesh = makeMesh(3, 1.0, 6);
     mesh->extrapolateFlag = false;
     const auto loaded = loadedAs<MeshFunction2D>(saved(*mesh));
     EXPECT_TRUE(loaded->boundaries.empty());
-    EXPECT_TRUE(loaded->evaluate({1, 1}, nullptr, nullptr));
 }
 
 TEST(MeshFunction2DS, checkNamesTheFirstFault) {
     const auto mesh = makeMesh(2, 1.0, 7);
     std::string faults;
-    const auto note = [&] {
-        faults += mesh->check().text() + (mesh->check().isValid() ? "!\n" : "\n");
+    const std::function<void()> spoil[] = {
+        [&] { mesh->normaldots.clear(); }, [&] { mesh->values[1].u = HUGE_VAL; },
+        [&] { mesh->params[2].v = NAN; },  [&] { mesh->facets[5] = -1; },
+        [&] { mesh->facets[4] = 4; },      [&] { mesh->facets.push_back(0); },
+        [&] { mesh->values.pop_back(); },
     };
-    mesh->normaldots.clear();
-    note();
-    mesh->values[1].u = std::numeric_limits<double>::infinity();
-    note();
-    mesh->params[2].v = std::numeric_limits<double>::quiet_NaN();
-    note();
-    mesh->facets[5] = -1;
-    note();
-    mesh->facets[4] = 4;
-    note();
-    mesh->facets.push_back(0);
-    note();
-    mesh->values.pop_back();
-    note();
+    for (const auto& change : spoil) {
+        change();
+        faults += mesh->check().text() + (mesh->check().isValid() ? "!\n" : "\n");
+    }
     EXPECT_EQ(faults,
               "no fault!\n"
               "values[1] is not finite\n"

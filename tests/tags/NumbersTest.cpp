@@ -2,6 +2,7 @@
 // locale has decimal commas.
 #include <cmath>
 #include <cstring>
+#include <fstream>
 #include <limits>
 #include <locale>
 #include <random>
@@ -17,15 +18,6 @@ T fromBits(Bits bits) {
     T value;
     std::memcpy(&value, &bits, sizeof value);
     return value;
-}
-
-template <typename Bits, typename T>
-Bits bitsOf(T value) {
-    return fromBits<Bits>(value);
-}
-
-std::string bone(const std::string& x) {
-    return "<Bone><tip x='" + x + "' y='1' z='2'/><children/></Bone>";
 }
 
 TEST(Numbers, vectorsAreWrittenAsAClassicStreamWritesThem) {
@@ -51,13 +43,11 @@ TEST(Numbers, vectorsAreWrittenAsAClassicStreamWritesThem) {
 }
 
 TEST(Numbers, vectorsAreReadAsAClassicStreamReadsThem) {
-    std::istringstream table(
-        "1|-2.5|+3|1e3|1E+3|.5|5.|-.5e-3|1e400|-1e400|1e-400|4e-324|0x10|1,5|1.5,2|1.000.0|nan|inf|"
-        "-inf|| | 7 |7 8|abc|1e|1e+|--1|- 1|.|-|1_0|1.5f|infinity|1e5 "
-        "x|00012|1.7976931348623159e308");
+    std::ifstream table(GEOMKIT_TEST_FOLDER "/numbers.txt");
     std::vector<std::string> texts;
-    for (std::string text; std::getline(table, text, '|');)
+    for (std::string text; std::getline(table, text);)
         texts.push_back(text);
+    ASSERT_GT(texts.size(), 30u);
     std::mt19937_64 random(2);
     const std::string alphabet = "0123456789+-.eE ,xn";
     for (int i = 0; i < 20000; ++i) {
@@ -76,8 +66,9 @@ TEST(Numbers, vectorsAreReadAsAClassicStreamReadsThem) {
         const bool isClean = wasRead && !(stream >> rest);
 
         LoadReport report;
-        const auto object = loadedAs<Bone>(bone(text), &report);
-        ASSERT_EQ(bitsOf<std::uint64_t>(object->tip.x), bitsOf<std::uint64_t>(expected)) << text;
+        const auto object =
+            loadedAs<Bone>("<Bone><tip x='" + text + "' y='1' z='2'/><children/></Bone>", &report);
+        ASSERT_EQ(std::memcmp(&object->tip.x, &expected, sizeof expected), 0) << text;
         ASSERT_EQ(report.isClean(), isClean) << text << '\n' << report.text();
     }
 }

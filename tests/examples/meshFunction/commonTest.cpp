@@ -29,56 +29,27 @@ double whiteArea(const Image& image) {
     return area;
 }
 
+/// The area of a white shape on black.
+template <typename Draw, typename... Arguments>
+double covered(Draw draw, Arguments... arguments) {
+    Image image(64, 64, kBlack);
+    draw(image, arguments..., kWhite);
+    return whiteArea(image);
+}
+
 }  // namespace
 
 TEST(Draw, shapesCoverTheirArea) {
-    struct Case {
-        const char* shape;
-        void (*draw)(Image&);
-        double area;
-    };
-    const Case cases[] = {
-        {"disc",
-         [](Image& i) {
-             drawDisc(i, {30.3, 31.6}, 12.0, kWhite);
-         },
-         M_PI * 144.0},
-        {"ring",
-         [](Image& i) {
-             drawRing(i, {30.3, 31.6}, 20.0, 3.0, kWhite);
-         },
-         M_PI * 120.0},
-        {"line",
-         [](Image& i) {
-             drawLine(i, {10.2, 12.7}, {50.0, 43.3}, 4.0, kWhite);
-         },
-         4.0 * std::sqrt(39.8 * 39.8 + 30.6 * 30.6) + M_PI * 4.0},
-        {"triangle",
-         [](Image& i) {
-             drawTriangle(i, {5, 7}, {58, 20}, {21, 55}, kWhite);
-         },
-         0.5 * (53.0 * 48.0 - 13.0 * 16.0)},
-        {"disc half outside",
-         [](Image& i) {
-             drawDisc(i, {0.0, 30.0}, 12.0, kWhite);
-         },
-         M_PI * 72.0},
-        {"far outside",
-         [](Image& i) {
-             drawDisc(i, {1e300, -1e300}, 12.0, kWhite);
-         },
-         0.0},
-        {"no number",
-         [](Image& i) {
-             drawLine(i, {kNaN, 3.0}, {30.0, kInf}, 4.0, kWhite);
-         },
-         0.0},
-    };
-    for (const Case& c : cases) {
-        Image image(64, 64, kBlack);
-        c.draw(image);
-        EXPECT_NEAR(whiteArea(image), c.area, 0.01 * c.area + 0.01) << c.shape;
-    }
+    const Point2 middle{30.3, 31.6};
+    const double length = std::sqrt(39.8 * 39.8 + 30.6 * 30.6);
+    EXPECT_NEAR(covered(drawDisc, middle, 12.0), M_PI * 144.0, 4.5);
+    EXPECT_NEAR(covered(drawRing, middle, 20.0, 3.0), M_PI * 120.0, 3.8);
+    EXPECT_NEAR(covered(drawLine, Point2{10.2, 12.7}, Point2{50.0, 43.3}, 4.0),
+                4.0 * length + M_PI * 4.0, 2.1);
+    EXPECT_NEAR(covered(drawTriangle, Point2{5, 7}, Point2{58, 20}, Point2{21, 55}), 1168.0, 11.0);
+    EXPECT_NEAR(covered(drawDisc, Point2{0.0, 30.0}, 12.0), M_PI * 72.0, 2.2);
+    EXPECT_EQ(covered(drawDisc, Point2{1e300, -1e300}, 12.0), 0.0);
+    EXPECT_EQ(covered(drawLine, Point2{kNaN, 3.0}, Point2{30.0, kInf}, 4.0), 0.0);
 }
 
 TEST(Draw, aTranslucentLineIsLaidDownOnce) {
@@ -161,28 +132,21 @@ TEST(DebugSink, drawsWhatTheHooksReceiveWhileItLives) {
 }
 
 TEST(CommandLine, acceptsWhatItPromisesOnly) {
-    struct Case {
-        std::vector<const char*> words;
-        bool isValid;
+    const std::pair<std::vector<const char*>, bool> cases[] = {
+        {{"program", "model.obj", "--size", "320", "--out", "here"}, true},
+        {{"program", "--help"}, true},
+        {{"program", "--size"}, false},
+        {{"program", "--size", "31"}, false},
+        {{"program", "--size", "99999999999999"}, false},
+        {{"program", "--size", "320px"}, false},
+        {{"program", "--sise", "320"}, false},
+        {{"program", "one.obj", "two.obj"}, false},
     };
-    const Case cases[] = {
-        {{"model.obj", "--size", "320", "--out", "here"}, true},
-        {{"--help"}, true},
-        {{"--size"}, false},
-        {{"--size", "31"}, false},
-        {{"--size", "99999999999999"}, false},
-        {{"--size", "320px"}, false},
-        {{"--sise", "320"}, false},
-        {{"one.obj", "two.obj"}, false},
-    };
-    for (const Case& c : cases) {
-        std::vector<const char*> words = {"program"};
-        words.insert(words.end(), c.words.begin(), c.words.end());
+    for (const auto& [words, isValid] : cases) {
         Options options;
         std::string error;
         EXPECT_EQ(parseCommandLine(static_cast<int>(words.size()), words.data(), &options, &error),
-                  c.isValid)
-            << c.words.front();
-        EXPECT_EQ(error.empty(), c.isValid) << c.words.front();
+                  isValid);
+        EXPECT_EQ(error.empty(), isValid) << words.back();
     }
 }

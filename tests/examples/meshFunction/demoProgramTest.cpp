@@ -121,11 +121,7 @@ TEST_F(DemoProgram, drawsAModelFile) {
 }
 
 TEST_F(DemoProgram, refusesWhatItCannotRead) {
-    struct Case {
-        const char* name;
-        const char* text;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"empty.obj", ""},
         {"noFaces.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\n"},
         {"badIndex.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 9\n"},
@@ -135,9 +131,9 @@ TEST_F(DemoProgram, refusesWhatItCannotRead) {
         {"unknown.xyz", "1 2 3\n"},
         {"huge.off", "OFF\n353535235358 6 0\n-0.5 -0.5 0.5\n"},
     };
-    for (const Case& c : cases) {
-        const std::string path = write(c.name, c.text);
-        EXPECT_EQ(run("'" + path + "' " + pictures()), 2) << c.name << ": " << error;
+    for (const auto& [name, text] : cases) {
+        const std::string path = write(name, text);
+        EXPECT_EQ(run("'" + path + "' " + pictures()), 2) << name << ": " << error;
         EXPECT_NE(error.find(path), std::string::npos) << error;
     }
     for (const std::string& arguments :
