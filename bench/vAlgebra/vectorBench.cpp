@@ -26,6 +26,7 @@ struct GeomKit {
     static Vector cross(const Vector& a, const Vector& b) { return a % b; }
     static Vector unit(const Vector& a) { return a.normalize(); }
     static Vector image(const Matrix& m, const Vector& v) { return m * v; }
+    static Matrix product(const Matrix& m, const Matrix& n) { return m * n; }
     static Matrix inverse(const Matrix& m) { return m.inverse(); }
 };
 
@@ -42,6 +43,7 @@ struct EigenLib {
     static Vector cross(const Vector& a, const Vector& b) { return a.cross(b); }
     static Vector unit(const Vector& a) { return a.normalized(); }
     static Vector image(const Matrix& m, const Vector& v) { return m * v; }
+    static Matrix product(const Matrix& m, const Matrix& n) { return m * n; }
     static Matrix inverse(const Matrix& m) { return m.inverse(); }
 };
 
@@ -56,10 +58,12 @@ struct Glm {
     static Vector cross(const Vector& a, const Vector& b) { return glm::cross(a, b); }
     static Vector unit(const Vector& a) { return glm::normalize(a); }
     static Vector image(const Matrix& m, const Vector& v) { return m * v; }
+    static Matrix product(const Matrix& m, const Matrix& n) { return m * n; }
     static Matrix inverse(const Matrix& m) { return glm::inverse(m); }
 };
 
-/// Imath multiplies row vectors from the left: its matrices are the transposed ones.
+/// Imath multiplies row vectors from the left: its matrices are the transposed ones, and their
+/// products run in the opposite order.
 struct ImathLib {
     using Vector = Imath::V3d;
     using Matrix = Imath::M33d;
@@ -71,6 +75,7 @@ struct ImathLib {
     static Vector cross(const Vector& a, const Vector& b) { return a.cross(b); }
     static Vector unit(const Vector& a) { return a.normalized(); }
     static Vector image(const Matrix& m, const Vector& v) { return v * m; }
+    static Matrix product(const Matrix& m, const Matrix& n) { return n * m; }
     static Matrix inverse(const Matrix& m) { return m.inverse(); }
 };
 
@@ -124,11 +129,24 @@ void add(const std::string& library) {
         overAll<Vector>(state, [](std::size_t i) { return Lib::image(in.m[i], in.a[i]); });
     });
     benchmark::RegisterBenchmark(named("matrix * matrix").c_str(), [](benchmark::State& state) {
-        overAll<Matrix>(state, [](std::size_t i) -> Matrix { return in.m[i] * in.n[i]; });
+        overAll<Matrix>(state, [](std::size_t i) { return Lib::product(in.m[i], in.n[i]); });
     });
     benchmark::RegisterBenchmark(named("inverse").c_str(), [](benchmark::State& state) {
         overAll<Matrix>(state, [](std::size_t i) { return Lib::inverse(in.m[i]); });
     });
+}
+
+/// Stops the program unless `difference` is nothing but rounding in values as large as `size`.
+void expectSmall(double difference, double size) {
+    if (!(std::abs(difference) <= 1e-9 * (1.0 + size))) {
+        std::fputs("a peer computes something else\n", stderr);
+        std::exit(1);
+    }
+}
+
+template <typename PeerVector>
+void expectEqual(const Vector3& ours, const PeerVector& theirs) {
+    expectSmall((ours - Vector3(theirs[0], theirs[1], theirs[2])).length(), ours.lengthSq());
 }
 
 /// Stops the program when a peer computes something else.
@@ -137,14 +155,20 @@ void verify() {
     const Inputs<GeomKit> ours;
     const Inputs<Lib> theirs;
     for (std::size_t i = 0; i < kCount; ++i) {
-        const Vector3 image = ours.m[i].inverse() * (ours.a[i] % ours.b[i]).normalize();
-        const auto peer =
-            Lib::image(Lib::inverse(theirs.m[i]), Lib::unit(Lib::cross(theirs.a[i], theirs.b[i])));
-        const Vector3 difference = image - Vector3(peer[0], peer[1], peer[2]);
-        if (!(difference.length() <= 1e-9 * (1.0 + image.lengthSq()))) {
-            std::fputs("a peer computes something else\n", stderr);
-            std::exit(1);
-        }
+        const Vector3& a = ours.a[i];
+        const Vector3& b = ours.b[i];
+        const auto& peerA = theirs.a[i];
+        const auto& peerB = theirs.b[i];
+        expectSmall(a * b - Lib::dot(peerA, peerB), a.length() * b.length());
+        expectEqual(a + b * 0.3, typename Lib::Vector(peerA + peerB * 0.3));
+
+        const Vector3 normal = (a % b).normalize();
+        const auto peerNormal = Lib::unit(Lib::cross(peerA, peerB));
+        expectEqual(normal, peerNormal);
+        expectEqual(ours.m[i].inverse() * normal,
+                    Lib::image(Lib::inverse(theirs.m[i]), peerNormal));
+        expectEqual(ours.m[i] * ours.n[i] * a,
+                    Lib::image(Lib::product(theirs.m[i], theirs.n[i]), peerA));
     }
 }
 
