@@ -44,6 +44,25 @@ TEST(ProximityTester, NeverLosesANearQueryNorAcceptsOneBeyondTwoCells) {
     EXPECT_TRUE(accepted > 20000 && refused > 20000);
 }
 
+TEST(ProximityTester, SizesItsCellsByTheRule) {
+    const auto expectGrid = [](const Vector3& extent, const Vector3& cells, int nx, int ny,
+                               int nz) {
+        const Vector3 corner(-3.0, 5.0, 7.0);
+        const ProximityTester t({corner, corner + extent}, 1.0);
+        EXPECT_EQ(Vector3(t.cellX, t.cellY, t.cellZ), cells);
+        EXPECT_EQ(t.origin, corner - cells);
+        EXPECT_TRUE(t.nx == nx && t.ny == ny && t.nz == nz);
+        EXPECT_EQ(t.occupied.size(), static_cast<std::size_t>(nx * ny * nz));
+    };
+    expectGrid({0, 0, 0}, {1, 1, 1}, 2, 2, 2);
+    expectGrid({100, 100, 100}, {4, 4, 8}, 27, 27, 15);
+    expectGrid({100, 99, 1}, {1, 1, 1}, 102, 101, 3);
+    expectGrid({100, 100, 1}, {1, 2, 2}, 102, 52, 3);
+    expectGrid({2000, 2000, 0}, {1, 1, 1}, 2002, 2002, 2);
+    expectGrid({3000, 3000, 0}, {1, 2, 2}, 3002, 1502, 2);
+    EXPECT_LT(ProximityTester({Vector3(), {1e300, 0, 0}}, 1e-300).occupied.size(), 1u << 24);
+}
+
 TEST(ProximityTester, DefinesWhatCannotBeGridded) {
     const double nan = std::nan("");
     const Vector3 o;
@@ -62,7 +81,6 @@ TEST(ProximityTester, DefinesWhatCannotBeGridded) {
     expectAlways(true, {o, {0, HUGE_VAL, 0}}, 1.0);
     expectAlways(true, {far, -far}, 1.0);
     expectAlways(true, {far, o}, 1.7e308);
-    EXPECT_LT(ProximityTester({o, {1e300, 0, 0}}, 1e-300).occupied.size(), 1u << 24);
 
     // The marking ends at a bad point, and the cells before it have no neighbours.
     const ProximityTester cut({o, {nan, 0, 0}, {10, 10, 10}}, 1.0);

@@ -65,6 +65,7 @@ TEST(Segments2D, ToleranceIsADistanceAndEndsAreStrict) {
     for (const auto& c : cases)
         EXPECT_EQ(segsIntersect(o, e, {c.x, c.y, 0}, {c.x, 3, 0}, c.tol, c.inclusive), c.expected)
             << c.x << ' ' << c.y;
+    EXPECT_FALSE(segsIntersect(e, o, {1, 0.25, 0}, {1, 3, 0}, 0.25, true)) << "nor behind it";
     EXPECT_FALSE(segsIntersect(o, e, o, e, 0.0, true)) << "overlaps need a tolerance";
     EXPECT_FALSE(segsIntersect(o, e, o, e, 0.1, false));
     EXPECT_TRUE(segsIntersect(o, o, Vector3(7, 7, 0), Vector3(8, 9, 0), 0.1, true))
