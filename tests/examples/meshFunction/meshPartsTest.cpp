@@ -5,8 +5,6 @@
 
 #include "examples/meshFunction/cutMesh.h"
 #include "examples/meshFunction/frontToBack.h"
-#include "examples/meshFunction/refineMesh.h"
-#include "examples/meshFunction/texture.h"
 
 using namespace demo;
 
@@ -89,15 +87,6 @@ TEST(CutMesh, bothPartsMakeUpTheWholeAndStayJoined) {
     }
 }
 
-TEST(RefineMesh, keepsTheSurfaceAndItsJoints) {
-    const Mesh fine = refineMesh(grid(2), 100);
-    EXPECT_EQ(fine.facets.size() / 3, 128U);
-    EXPECT_EQ(fine.positions.size(), 81U);
-    EXPECT_NEAR(area(fine), 1.0, 1e-12);
-    EXPECT_NEAR(boundaryLength(fine), 4.0, 1e-12);
-    EXPECT_EQ(fine.uvs.size(), fine.positions.size());
-}
-
 TEST(FrontToBack, theFirstFacetOverAnyPointIsTheNearest) {
     constexpr int kSize = 48;
     constexpr int kFacets = 120;
@@ -147,41 +136,4 @@ TEST(FrontToBack, theFirstFacetOverAnyPointIsTheNearest) {
         EXPECT_TRUE(scene.isVisible(first));
     }
     EXPECT_GT(checked, 5000);
-}
-
-TEST(FrontToBack, aRingOfFacetsStillComesOutWhole) {
-    // Three blades, each over the next.
-    std::vector<ScreenPoint> at;
-    std::vector<int> facets;
-    for (int k = 0; k < 3; ++k) {
-        const double turn = 2.0 * M_PI * k / 3.0;
-        const auto add = [&](double x, double y, double depth) {
-            facets.push_back(static_cast<int>(at.size()));
-            at.push_back({32.0 + x * std::cos(turn) - y * std::sin(turn),
-                          32.0 + x * std::sin(turn) + y * std::cos(turn), depth});
-        };
-        add(-30.0, 6.0, 4.0);
-        add(30.0, 6.0, 8.0);
-        add(30.0, 16.0, 8.0);
-    }
-    std::vector<int> order = frontToBack({at, facets, 64, 64});
-    std::sort(order.begin(), order.end());
-    EXPECT_EQ(order, (std::vector<int>{0, 1, 2}));
-}
-
-TEST(Texture, wrapsRoundAnAxisWithoutASeamInFront) {
-    Mesh mesh;
-    for (int i = 0; i < 360; ++i) {
-        mesh.positions.emplace_back(2.0 * std::cos(i * M_PI / 180.0), 0.01 * i,
-                                    2.0 * std::sin(i * M_PI / 180.0));
-    }
-    const UVector3 from(0.3, 0.5, 1.0);
-    wrapTexture(mesh, from, UVector3(0.0, 1.0, 0.0));
-    ASSERT_EQ(mesh.uvs.size(), mesh.positions.size());
-    for (std::size_t i = 0; i + 1 < mesh.uvs.size(); ++i) {
-        const Vector3 flat(mesh.positions[i].x, 0.0, mesh.positions[i].z);
-        if (flat * from < 0.0) continue;
-        const double step = std::abs(mesh.uvs[i + 1].x - mesh.uvs[i].x);
-        EXPECT_NEAR(step, 2.0 * M_PI / 180.0, 1e-3);
-    }
 }
