@@ -133,9 +133,9 @@ inline Matrix3 Matrix3::operator*(const Matrix3& b) const {
     return p;
 }
 
-// Row sums in the order of the columns. Written column by column, they compile to faster loops.
 inline Vector3 Matrix3::operator*(const Vector3& v) const {
-    return column(0) * v.x + column(1) * v.y + column(2) * v.z;
+    return {m_[0] * v.x + m_[1] * v.y + m_[2] * v.z, m_[3] * v.x + m_[4] * v.y + m_[5] * v.z,
+            m_[6] * v.x + m_[7] * v.y + m_[8] * v.z};
 }
 
 inline Matrix3 Matrix3::operator*(double s) const {
