@@ -101,7 +101,7 @@ TEST(MeshFunction2DS, checkNamesTheFirstFault) {
               "params and values differ in length from [3] on\n");
 }
 
-TEST(MeshFunction2DS, threadsSaveAndLoadAtOnce) {
+TEST(MeshFunction2DS, ThreadsSaveAndLoadAtOnce) {
     const auto mesh = makeMesh(10, 1.0, 8);
     const std::string text = saved(*mesh);
     std::string results[4];
