@@ -86,6 +86,12 @@ TEST(Implicit, TakesItsSamples) {
     }
 }
 
+TEST(Implicit, WithoutSamplesIsZeroEverywhere) {
+    const Implicit field({});
+    EXPECT_EQ(field.evaluate({1.0, -2.0, 3.0}), 0.0);
+    EXPECT_EQ(field.getGradient({1.0, -2.0, 3.0}).lengthSq(), 0.0);
+}
+
 TEST(Implicit, TellsWhatTheFitHides) {
     InputSource in(43);
     const Implicit empty((PlainSamples()));

@@ -139,6 +139,7 @@ TEST(Segments2D, NonFiniteCoordinatesReturn) {
         EXPECT_TRUE(segClipHalfPlane2D(a, b, o, UVector3(1, 0, 0)));
         EXPECT_TRUE(segsIntersect(o, v, o, e, 0.1, true) && !segIntersectRect2D(v, v, o, e));
         segClipRect2D(o, v, o, e, a, b);
+        segClipRect2D(v, e, o, v, a, b);
     }
 }
 

@@ -47,6 +47,9 @@ TEST(MeshFunction2DS, whatLoadsBackSavesAlikeAndAnswersTheSame) {
         const std::string text = saved(*original);
         const auto loaded = loadedAs<MeshFunction2D>(text);
         ASSERT_EQ(saved(*loaded), text);
+        ASSERT_EQ(loaded->values.size(), original->values.size());
+        ASSERT_TRUE(loaded->facets == original->facets);
+        ASSERT_TRUE(loaded->normaldots == original->normaldots);
         EXPECT_EQ(loaded->boundaries.size(), 1u);
         EXPECT_TRUE(loaded->check().isValid());
 

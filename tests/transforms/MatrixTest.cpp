@@ -40,6 +40,14 @@ TEST(Matrix, SingularInvertsToIdentity) {
     }
 }
 
+TEST(Matrix, FromFloatsAndFromAVector) {
+    Matrixf floats;
+    floats(1, 3) = 0.1f;
+    EXPECT_EQ(Matrix(floats)(1, 3), static_cast<double>(0.1f));
+    EXPECT_EQ(Matrix::vvt({1.0, 2.0, 3.0})(1, 2), 6.0);
+    EXPECT_EQ(Matrix::vvt({1.0, 2.0, 3.0})(3, 3), 1.0);
+}
+
 TEST(Matrix, RotationsAboutShortAxes) {
     const double table[][3] = {{1e-5, 0.0, true},  {1e-5, 1.0, false},  {1e-5, -1.0, true},
                                {1e-5, 1e-5, true}, {1e-4, -1.0, false}, {0.0, 1.0, true},
