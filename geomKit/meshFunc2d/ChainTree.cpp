@@ -5,6 +5,8 @@
 #include <limits>
 #include <numeric>
 
+#include "geomKit/at.h"
+
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -14,10 +16,6 @@ constexpr int kChainsPerLeaf = 4;
 /// Rounding of a foot's coordinates and of a squared distance, relative; several times the worst
 /// case.
 constexpr double kRounding = 0x1p-48;
-
-std::size_t at(int i) {
-    return static_cast<std::size_t>(i);
-}
 
 }  // namespace
 

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "geomKit/at.h"
+
 namespace {
 
 /// Meshes of up to this many facets are prepared: 1 MiB.
@@ -15,10 +17,6 @@ constexpr double kFineCellsLarge = 1.0;
 constexpr double kMaxEntries = 8.0;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-std::size_t at(int i) {
-    return static_cast<std::size_t>(i);
-}
 
 }  // namespace
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "geomKit/at.h"
 #include "geomKit/meshFunc2d/ChainTree.h"
 #include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/boundaryChains.h"
@@ -101,8 +102,7 @@ void MeshFunction2D::initEvaluatorHelper() {
 }
 
 void MeshFunction2D::fillCells() {
-    cells.assign(static_cast<std::size_t>(cellCounts.u) * static_cast<std::size_t>(cellCounts.v),
-                 std::vector<int>());
+    cells.assign(at(cellCounts.u) * at(cellCounts.v), std::vector<int>());
     const int vertexCount = static_cast<int>((std::min)(params.size(), values.size()));
     for (std::size_t i = 0; i + 2 < facets.size(); i += 3) {
         CellRange range[2];
@@ -111,8 +111,7 @@ void MeshFunction2D::fillCells() {
             const int vertex = facets[corner];
             placed = placed && vertex >= 0 && vertex < vertexCount;
             for (int k = 0; placed && k < 2; ++k) {
-                const double x =
-                    (params[static_cast<std::size_t>(vertex)][k] - boxMin[k]) * cellScale[k];
+                const double x = (params[at(vertex)][k] - boxMin[k]) * cellScale[k];
                 placed = std::isfinite(x);
                 if (placed) range[k].include(cellCoordinate(x, cellCounts[k]));
             }
@@ -137,7 +136,7 @@ void MeshFunction2D::initBoundaries() {
     for (BoundaryChain& chain : findBoundaryChains(facets, vertexCount)) {
         points.clear();
         for (const int v : chain.vertices) {
-            points.push_back(lift(params[static_cast<std::size_t>(v)]));
+            points.push_back(lift(params[at(v)]));
         }
         boundaries.push_back(std::make_unique<PolylineProjector>(points));
         boundaryFacets.push_back(std::move(chain.facets));

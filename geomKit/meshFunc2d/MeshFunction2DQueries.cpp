@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 
+#include "geomKit/at.h"
 #include "geomKit/meshFunc2d/ChainTree.h"
 #include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
@@ -9,10 +10,6 @@
 #include "geomKit/meshFunc2d/cellCoordinate.h"
 
 namespace {
-
-std::size_t at(int i) {
-    return static_cast<std::size_t>(i);
-}
 
 bool isIndex(int i, std::size_t size) {
     return i >= 0 && at(i) < size;

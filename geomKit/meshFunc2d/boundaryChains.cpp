@@ -4,11 +4,9 @@
 #include <cstddef>
 #include <utility>
 
-namespace {
+#include "geomKit/at.h"
 
-std::size_t at(int i) {
-    return static_cast<std::size_t>(i);
-}
+namespace {
 
 /// A half-edge as seen from one of its ends.
 struct Spoke {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "geomKit/at.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
 
 namespace {
@@ -21,10 +22,6 @@ constexpr double kVertexHandicap = 1e-13;
 /// squared distance to the far side of the box: 128 units in the last place, twice what the
 /// worst-case analysis of the formulas needs.
 constexpr double kRounding = 0x1p-46;
-
-std::size_t at(std::int32_t i) {
-    return static_cast<std::size_t>(i);
-}
 
 std::int32_t middle(std::int32_t first, std::int32_t last) {
     return first + (last - first) / 2;
