@@ -1,14 +1,13 @@
 /// @file
-/// Meshes that are hard on point location.
+/// Meshes that are hard on point location, and what mesh functions answer.
 #pragma once
 
-#include <cmath>
+#include <array>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
-#include "tests/golden/Digest.h"
+#include "tests/support.h"
 
 using Point = ktNM::vect2<double>;
 
@@ -86,4 +85,30 @@ inline TestMesh soup(std::string name, int count, double size, double thickness)
         if (f % 10 == 0) mesh.addFacet(a, a + 2, a + 1);
     }
     return mesh;
+}
+
+/// Whether a query has an answer, the value, and the float.
+using Answer = std::array<double, 4>;
+
+template <typename Query>
+Answer answer(const Query& query) {
+    Point value;
+    float cosine = 0.0f;
+    const bool found = query(&value, &cosine);
+    return {found ? 1.0 : 0.0, value.u, value.v, cosine};
+}
+
+inline Answer evaluated(const MeshFunction2D& f, const Point& p) {
+    return answer([&](Point* value, float* cosine) { return f.evaluate(p, value, cosine); });
+}
+
+inline Answer extrapolated(const MeshFunction2D& f, const Point& p) {
+    return answer([&](Point* value, float* cosine) { return f.extrapolate(p, value, cosine); });
+}
+
+inline Answer inFacet(const MeshFunction2D& f, int facet, const Point& p, bool strict) {
+    const int* corner = &f.facets[3 * static_cast<std::size_t>(facet)];
+    return answer([&](Point* value, float* cosine) {
+        return f.iEvalInFacet(corner[0], corner[1], corner[2], p, value, cosine, strict);
+    });
 }

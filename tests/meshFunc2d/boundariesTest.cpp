@@ -1,7 +1,5 @@
 #include <map>
 
-#include <gtest/gtest.h>
-
 #include "tests/meshFunc2d/TestMeshes.h"
 
 namespace {
