@@ -3,9 +3,9 @@
 #pragma once
 
 #include <Eigen/Dense>
-#include <gtest/gtest.h>
 
 #include "geomKit/vAlgebra/Matrix3.h"
+#include "tests/support.h"
 
 inline void expectNear(const Vector3& a, const Vector3& b, double tolerance) {
     EXPECT_NEAR(a.x, b.x, tolerance);
