@@ -1,5 +1,6 @@
 /// @file
-/// What the tests of all folders share: inputs, values that are not finite, bits and threads.
+/// What the tests of all folders share: the library, inputs, values that are not finite, bits and
+/// threads.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include "geomKit/vAlgebra/vectorUtils.h"
 #include "tests/golden/Digest.h"
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();

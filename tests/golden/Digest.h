@@ -7,9 +7,7 @@
 #include <cstring>
 #include <type_traits>
 
-#include "geomKit/transforms/Matrix.h"
-#include "geomKit/vAlgebra/Matrix3.h"
-#include "geomKit/vAlgebra/Vector3.h"
+#include "geomKit/geomKit.h"
 
 /// Reproducible inputs: the standard distributions differ between standard libraries. One draw an
 /// expression, or a list in braces: compilers differ in the order of a call's arguments.
@@ -30,6 +28,11 @@ public:
     int index(int count) { return static_cast<int>(bits() % static_cast<std::uint64_t>(count)); }
     Vector3 vector(double size) {
         return Vector3{uniform(-size, size), uniform(-size, size), uniform(-size, size)};
+    }
+    /// Of whole numbers, of which sums and products are exact.
+    Vector3 whole(int size) {
+        return Vector3{index(2 * size + 1) - 1.0 * size, index(2 * size + 1) - 1.0 * size,
+                       index(2 * size + 1) - 1.0 * size};
     }
     template <std::size_t N>
     std::array<Vector3, N> vectors(double size) {
@@ -104,6 +107,5 @@ void sample(const char* name, std::uint64_t seed, int samples,
 void digestVectorAlgebra();
 void digestTransforms();
 void digestQueries();
-void digestFitting();
 void digestImplicits();
 void digestMeshFunctions();

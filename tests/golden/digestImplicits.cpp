@@ -1,7 +1,5 @@
 #include <memory>
 
-#include "geomKit/implicits/ImplEllipsoid.h"
-#include "geomKit/implicits/Implicit.h"
 #include "tests/golden/Digest.h"
 
 namespace {

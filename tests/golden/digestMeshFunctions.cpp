@@ -1,8 +1,6 @@
 #include <cmath>
 #include <vector>
 
-#include "geomKit/meshFunc2d/MeshFunction2D.h"
-#include "geomKit/queries/PolylineProjector.h"
 #include "tests/golden/Digest.h"
 
 namespace {

@@ -1,11 +1,3 @@
-#include "geomKit/queries/Bbox.h"
-#include "geomKit/queries/LineLineInt.h"
-#include "geomKit/queries/LinePlaneInt.h"
-#include "geomKit/queries/LineSphereInt.h"
-#include "geomKit/queries/LineTriangleInt.h"
-#include "geomKit/queries/PlanePlaneInt.h"
-#include "geomKit/queries/TriangleWeightsFinder.h"
-#include "geomKit/queries/segments2D.h"
 #include "tests/golden/Digest.h"
 
 namespace {
@@ -67,10 +59,55 @@ void addSegments(Digest& digest, InputSource& in, int /*i*/) {
     digest.add(segClipHalfPlane2D(b0, b1, a0, a1), b0, b1);
 }
 
+void addRoots(Digest& digest, InputSource& in, int i) {
+    const double a = in.uniform(-2.0, 2.0);
+    const double b = in.uniform(-20.0, 20.0);
+    const double c = in.uniform(-100.0, 100.0);
+    const double d = in.uniform(-300.0, 300.0);
+    double roots[3] = {0.0, 0.0, 0.0};
+    digest.add(solveCubic(a, b, c, i % 8 == 0 ? 0.0 : d, roots), roots);
+}
+
+void addWeights(Digest& digest, InputSource& in, int /*i*/) {
+    const double radius = in.uniform(0.0, 2.0);
+    const SmoothWeight weight(in.uniform(-0.1, 0.1), radius);
+    double values[3];
+    weight.evaluate(in.uniform(-1.0, 1.0), &values[0], &values[1], &values[2]);
+    digest.add(values);
+}
+
+std::vector<Vector3> cloud(InputSource& in) {
+    const Matrix3 frame = in.matrix(1.0);
+    std::vector<Vector3> pts(static_cast<std::size_t>(2 + in.index(40)));
+    for (Vector3& p : pts)
+        p = frame * in.vector(3.0);
+    return pts;
+}
+
+void addFits(Digest& digest, InputSource& in, int /*i*/) {
+    const std::vector<Vector3> pts = cloud(in);
+    Vector3 center;
+    UVector3 axis;
+    digest.add(bestFitPlane(pts, &center, &axis), center, axis);
+    digest.add(bestFitLine(pts, &center, &axis), axis);
+}
+
+void addProximity(Digest& digest, InputSource& in, int /*i*/) {
+    const std::vector<Vector3> pts = cloud(in);
+    const ProximityTester tester(pts, in.uniform(0.05, 1.0));
+    digest.add(tester.origin, tester.cellX, tester.cellY, tester.cellZ, tester.occupied);
+    for (int k = 0; k < 100; ++k)
+        digest.add(tester.test(in.vector(8.0)));
+}
+
 }  // namespace
 
 void digestQueries() {
     sample("Intersections", 31, 4000, addIntersections);
     sample("Bbox", 32, 4000, addBoxes);
     sample("segments2D", 33, 4000, addSegments);
+    sample("polynomialRoots", 31, 2000, addRoots);
+    sample("SmoothWeight", 32, 2000, addWeights);
+    sample("pointFitting", 33, 2000, addFits);
+    sample("ProximityTester", 34, 100, addProximity);
 }

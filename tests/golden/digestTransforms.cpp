@@ -1,7 +1,5 @@
 #include <vector>
 
-#include "geomKit/transforms/BoneTransformVector.h"
-#include "geomKit/transforms/Transform.h"
 #include "tests/golden/Digest.h"
 
 namespace {

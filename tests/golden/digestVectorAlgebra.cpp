@@ -1,5 +1,3 @@
-#include "geomKit/vAlgebra/eigensystem.h"
-#include "geomKit/vAlgebra/vectorUtils.h"
 #include "tests/golden/Digest.h"
 
 namespace {

@@ -23,7 +23,6 @@ int main() {
     digestVectorAlgebra();
     digestTransforms();
     digestQueries();
-    digestFitting();
     digestImplicits();
     digestMeshFunctions();
 }

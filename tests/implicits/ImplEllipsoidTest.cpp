@@ -1,6 +1,5 @@
 #include <memory>
 
-#include "geomKit/implicits/ImplEllipsoid.h"
 #include "tests/vAlgebra/ExpectNear.h"
 
 namespace {

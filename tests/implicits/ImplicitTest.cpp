@@ -1,5 +1,4 @@
 #include "bench/implicits/plainElimination.h"
-#include "geomKit/implicits/Implicit.h"
 #include "tests/support.h"
 
 namespace {

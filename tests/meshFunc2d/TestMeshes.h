@@ -6,7 +6,6 @@
 #include <string>
 #include <utility>
 
-#include "geomKit/meshFunc2d/MeshFunction2D.h"
 #include "tests/support.h"
 
 using Point = ktNM::vect2<double>;

@@ -1,7 +1,3 @@
-#include <limits>
-#include <thread>
-
-#include "geomKit/transforms/BoneTransformVector.h"
 #include "tests/transforms/oracle.h"
 
 namespace {
@@ -108,11 +104,8 @@ struct Crowd {
             want.points[i] = skeleton.getTransformed(v, &mesh);
             want.positions[i] = skeleton.getTransformed(v, &mesh, rest.normals[i], want.normals[i]);
         }
-        Digest gotBits;
-        Digest wantBits;
-        gotBits.add(skin.points, skin.positions, skin.normals);
-        wantBits.add(want.points, want.positions, want.normals);
-        return gotBits == wantBits;
+        return sameBits(skin.points, want.points) && sameBits(skin.positions, want.positions) &&
+               sameBits(skin.normals, want.normals);
     }
 };
 
@@ -134,11 +127,7 @@ TEST(Skinning, RangesMatchOneVertexAndTouchNothingElse) {
 TEST(Skinning, ThreadsShareArraysOnDisjointRanges) {
     const Crowd crowd;
     Crowd::Skin skin = crowd.rest;
-    std::vector<std::thread> threads;
-    for (int first = 0; first < kVertices; first += 125)
-        threads.emplace_back([&, first] { crowd.skinRange(first, first + 125, skin); });
-    for (std::thread& thread : threads)
-        thread.join();
+    inThreads(8, [&](int i) { crowd.skinRange(125 * i, 125 * (i + 1), skin); });
     EXPECT_TRUE(crowd.matches(0, kVertices, skin));
 }
 

@@ -2,14 +2,7 @@
 /// Random transforms and the way to Eigen, by which they are checked.
 #pragma once
 
-#include <cmath>
-
-#include "geomKit/transforms/BoneTransform.h"
-#include "geomKit/transforms/Transform.h"
-#include "tests/golden/Digest.h"
 #include "tests/vAlgebra/ExpectNear.h"
-
-inline const double kNaN = std::nan("");
 
 inline Eigen::Matrix4d eigen(const Matrix& m) {
     return Eigen::Matrix4d::NullaryExpr(

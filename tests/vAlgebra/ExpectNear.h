@@ -4,7 +4,6 @@
 
 #include <Eigen/Dense>
 
-#include "geomKit/vAlgebra/Matrix3.h"
 #include "tests/support.h"
 
 inline void expectNear(const Vector3& a, const Vector3& b, double tolerance) {

@@ -1,5 +1,3 @@
-#include <cmath>
-
 #include "tests/vAlgebra/ExpectNear.h"
 
 namespace {

@@ -1,7 +1,3 @@
-#include <cmath>
-
-#include "geomKit/vAlgebra/vectorUtils.h"
-#include "tests/golden/Digest.h"
 #include "tests/vAlgebra/ExpectNear.h"
 
 namespace {
