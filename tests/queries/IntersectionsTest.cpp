@@ -1,17 +1,6 @@
-#include <algorithm>
-#include <cmath>
 #include <functional>
 
-#include <gtest/gtest.h>
-
-#include "geomKit/queries/LineLineInt.h"
-#include "geomKit/queries/LinePlaneInt.h"
-#include "geomKit/queries/LineSphereInt.h"
-#include "geomKit/queries/LineTriangleInt.h"
-#include "geomKit/queries/PlanePlaneInt.h"
-#include "geomKit/queries/TriangleWeightsFinder.h"
-#include "geomKit/vAlgebra/vectorUtils.h"
-#include "tests/golden/Digest.h"
+#include "tests/support.h"
 
 namespace {
 
@@ -19,15 +8,8 @@ namespace {
 // classifies without rounding. What is not zero is far above kSlack after normalisation.
 constexpr double kSlack = 1e-9;
 
-Vector3 wholeVector(InputSource& in, int size) {
-    Vector3 v;
-    for (int k = 0; k < 3; ++k)
-        v[k] = in.index(2 * size + 1) - size;
-    return v;
-}
-
 Vector3 wholeDirection(InputSource& in) {
-    const Vector3 v = wholeVector(in, 2);
+    const Vector3 v = in.whole(2);
     return v.isNull() ? wholeDirection(in) : v;
 }
 
@@ -45,9 +27,9 @@ TEST(Intersections, TriangleStatusesAreExactForAllOrdersOfTheVertices) {
     InputSource in(1);
     int seen[5] = {};
     for (int i = 0; i < 20000; ++i) {
-        const Vector3 p = wholeVector(in, 3);
+        const Vector3 p = in.whole(3);
         const Vector3 d = wholeDirection(in);
-        const Vector3 v[3] = {wholeVector(in, 2), wholeVector(in, 2), wholeVector(in, 2)};
+        const Vector3 v[3] = {in.whole(2), in.whole(2), in.whole(2)};
         const Vector3 n = (v[1] - v[0]) % (v[2] - v[0]);
         const double det = d * n;
         // Three times the offsets from the centroid are whole.
@@ -80,8 +62,8 @@ TEST(Intersections, TriangleStatusesAreExactForAllOrdersOfTheVertices) {
 TEST(Intersections, LinePlaneAndSphereStatusesAreExact) {
     InputSource in(2);
     for (int i = 0; i < 20000; ++i) {
-        const Vector3 p = wholeVector(in, 2);
-        const Vector3 q = wholeVector(in, 2);
+        const Vector3 p = in.whole(2);
+        const Vector3 q = in.whole(2);
         const Vector3 d = wholeDirection(in);
         const Vector3 e = wholeDirection(in);
         const Vector3 n = d % e;
@@ -123,6 +105,9 @@ TEST(Intersections, TolerancesHaveTheirUnitsAndStrictness) {
     const auto triangle = [](const Vector3& p, const UVector3& d, double t) {
         return LineTriangleInt(p, d, {2, 0, 0}, {-1, 1, 0}, {-1, -1, 0}, t).status;
     };
+    const auto secondWeight = [&](const Vector3& c) {
+        return static_cast<int>(10 * TriangleWeightsFinder(o + x, o, x * 10, c).weights.y);
+    };
     const struct {
         double value;
         int expected;
@@ -137,24 +122,15 @@ TEST(Intersections, TolerancesHaveTheirUnitsAndStrictness) {
         // A sine, and 1e-8 itself is not parallel.
         {1e-8, 200, [&](double s) { return LinePlaneInt(o, unscaled(1, 0, s), up, z, 1).status; }},
         // Squared distance 9, squared radius 4.
-        {5.0, 100,
-         [&](double t) {
-             return triangle({3, 0, 1}, z, t);
-         }},
+        {5.0, 100, [&](double t) { return triangle(Vector3(3, 0, 1), z, t); }},
         // 0.125 beside an edge of length 2: an area.
-        {0.25, 100,
-         [&](double t) {
-             return triangle({-1.125, 0, 1}, z, t);
-         }},
+        {0.25, 100, [&](double t) { return triangle(Vector3(-1.125, 0, 1), z, t); }},
         {0.25, 332, [&](double t) { return triangle(up, x, t); }},
         // Squared distance 1, squared radius 0.25, then 2.25.
         {0.75, 11, [&](double t) { return LineSphereInt(o + x, y, o, 0.5, t).numHits; }},
         {1.25, 221, [&](double t) { return LineSphereInt(o + x, y, o, 1.5, t).numHits; }},
         // The determinant is ten times the value: 1e-8.
-        {1e-9, 11,
-         [&](double s) {
-             return static_cast<int>(10 * TriangleWeightsFinder(o + x, o, x * 10, y * s).weights.y);
-         }},
+        {1e-9, 11, [&](double s) { return secondWeight(y * s); }},
     };
     for (const auto& c : cases) {
         const int below = c.query(c.value * (1.0 - 0x1p-50));
@@ -197,7 +173,7 @@ TEST(Intersections, NonFiniteInputHasADocumentedStatus) {
     const UVector3 z(0, 0, 1);
     const Vector3 a(1, 0, 0);
     const Vector3 b(-1, 1, 0);
-    for (const double bad : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+    for (const double bad : {kNaN, kInfinity, -kInfinity}) {
         for (int k = 0; k < 3; ++k) {
             Vector3 v(0.1, 0.2, 0.3);
             v[k] = bad;

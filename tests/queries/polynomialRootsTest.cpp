@@ -1,11 +1,5 @@
-#include <cmath>
-
-#include <gtest/gtest.h>
-
 #include "bench/queries/literalCubic.h"
-#include "geomKit/queries/SmoothWeight.h"
-#include "geomKit/queries/polynomialRoots.h"
-#include "tests/golden/Digest.h"
+#include "tests/support.h"
 
 namespace {
 
@@ -34,8 +28,8 @@ TEST(PolynomialRoots, FindsTheRootsThatACubicWasBuiltFrom) {
 }
 
 TEST(PolynomialRoots, ReturnsTheBitsOfThePlainFormForEveryInput) {
-    const double special[] = {0.0,   1.0,   -1.0,   1e-13,    -3e-160,   5e-324,
-                              1e154, 1e308, -1e308, HUGE_VAL, -HUGE_VAL, std::nan("")};
+    const double special[] = {0.0,   1.0,   -1.0,   1e-13,     -3e-160,    5e-324,
+                              1e154, 1e308, -1e308, kInfinity, -kInfinity, kNaN};
     constexpr int kSpecials = 12 * 12 * 12 * 12;
     InputSource in(43);
     for (int i = 0; i < 2 * kSpecials; ++i) {
