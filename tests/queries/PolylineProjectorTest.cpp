@@ -1,16 +1,7 @@
-#include <cmath>
-#include <limits>
-#include <thread>
-
-#include <gtest/gtest.h>
-
-#include "geomKit/queries/PolylineProjector.h"
-#include "geomKit/vAlgebra/vectorUtils.h"
-#include "tests/golden/Digest.h"
+#include "tests/support.h"
 
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 using Points = std::vector<Vector3>;
 
 /// The documented search, plainly: runs by falling bound, of equal ones the first, none pruned.
@@ -69,71 +60,56 @@ int documentedSegment(const PolylineProjector& line, const Vector3& x) {
     return segment;
 }
 
-enum class Shape { Helix, Walk, LatticeWalk, Straight, Circle, Scattered, Repeated };
+/// The vertex i of n that follows p.
+using Step = Vector3 (*)(InputSource& in, const Vector3& p, int i, int n);
+const Step kWalk = [](InputSource& in, const Vector3& p, int, int) { return p + in.vector(1.0); };
+const Step kSteps[] = {
+    kWalk,
+    [](InputSource& in, const Vector3& p, int, int) {
+        const Vector3 step = in.whole(1);
+        return p + Vector3(step.x, step.y, 0.0);
+    },
+    [](InputSource&, const Vector3&, int i, int) {
+        return Vector3(std::cos(0.05 * i), std::sin(0.05 * i), 0.01 * i);
+    },
+    [](InputSource&, const Vector3&, int i, int n) {  // closed
+        const double angle = 6.283185307179586 * i / (n - 1);
+        return Vector3(std::cos(angle), std::sin(angle), 0.0);
+    },
+    [](InputSource&, const Vector3&, int i, int) { return Vector3(0.1 * i, 0.3 * i, 0.7 * i); },
+    [](InputSource& in, const Vector3&, int, int) { return in.vector(1.0); },
+    [](InputSource& in, const Vector3& p, int i, int) { return i % 3 == 0 ? in.vector(1.0) : p; },
+};
 
-Points polyline(Shape shape, int n, InputSource& in) {
-    Points points;
+Points polyline(Step step, int n, InputSource& in) {
+    Points points(static_cast<std::size_t>(n));
     Vector3 p;
-    for (int i = 0; i < n; ++i) {
-        switch (shape) {
-            case Shape::Helix:
-                p = {std::cos(0.05 * i), std::sin(0.05 * i), 0.01 * i};
-                break;
-            case Shape::Walk:
-                p += in.vector(1.0);
-                break;
-            case Shape::LatticeWalk:
-                p.x += in.index(3) - 1;
-                p.y += in.index(3) - 1;
-                break;
-            case Shape::Straight:
-                p = {0.1 * i, 0.3 * i, 0.7 * i};
-                break;
-            case Shape::Circle: {
-                const double angle = 6.283185307179586 * i / (n - 1);
-                p = {std::cos(angle), std::sin(angle), 0.0};
-                break;
-            }
-            case Shape::Scattered:
-                p = in.vector(1.0);
-                break;
-            case Shape::Repeated:
-                if (i % 3 == 0) p = in.vector(1.0);
-                break;
-        }
-        points.push_back(p);
-    }
+    for (int i = 0; i < n; ++i)
+        points[static_cast<std::size_t>(i)] = p = step(in, p, i, n);
     return points;
 }
 
 Vector3 query(const Points& points, InputSource& in) {
     const Vector3& a = points[static_cast<std::size_t>(in.index(static_cast<int>(points.size())))];
     const Vector3& b = points[static_cast<std::size_t>(in.index(static_cast<int>(points.size())))];
-    switch (in.index(6)) {
-        case 0:
-            return a;
-        case 1:
-            return (a + b) * 0.5;
-        case 2:
-            return a + in.vector(0.01);
-        case 3:
-            return in.vector(30.0);
-        case 4:
-            return in.vector(1e4);
-        default:
-            return {in.index(41) - 20.0, in.index(41) - 20.0, 0.0};
-    }
+    const Vector3 whole = in.whole(20);
+    const Vector3 kinds[] = {a,
+                             (a + b) * 0.5,
+                             a + in.vector(0.01),
+                             in.vector(30.0),
+                             in.vector(1e4),
+                             {whole.x, whole.y, 0.0}};
+    return kinds[in.index(6)];
 }
 
 TEST(PolylineProjector, AnswersLikeTheDocumentedSearchAndIsNearest) {
     InputSource in(1);
-    for (const Shape shape : {Shape::Helix, Shape::Walk, Shape::LatticeWalk, Shape::Straight,
-                              Shape::Circle, Shape::Scattered, Shape::Repeated}) {
+    for (const Step step : kSteps) {
         for (int round = 0; round < 60; ++round) {
             // From 2 to 5,000 vertices, most of them around the change of method at 20.
             const double size = std::exp(in.uniform(std::log(2.0), std::log(5000.0)));
             const int n = round % 3 == 0 ? 18 + in.index(4) : static_cast<int>(size);
-            const Points points = polyline(shape, n, in);
+            const Points points = polyline(step, n, in);
             PolylineProjector line(points);
             for (int q = 0; q < (n > 500 ? 4 : 40); ++q) {
                 const Vector3 x = query(points, in);
@@ -155,48 +131,37 @@ TEST(PolylineProjector, AnswersLikeTheDocumentedSearchAndIsNearest) {
     }
 }
 
-TEST(PolylineProjector, FindsTheNearestWhereRoundingMisleadsTheBounds) {
+TEST(PolylineProjector, EndsAndWhereRoundingMisleadsTheBounds) {
     Points straight;
     for (int i = 0; i <= 20; ++i)
         straight.emplace_back(i, 0.0, 0.0);
     const Points shorter(straight.begin(), straight.end() - 1);
+    const Points pair = {straight[0], straight[2]};
     const struct {
         Points points;
         Vector3 x;
         int segment;
+        double param;
         Vector3 point;
     } cases[] = {
-        {shorter, {51.0, 0.0, 0.0}, 18, {19.0, 0.0, 0.0}},
-        {shorter, {-51.0, 0.0, 0.0}, 0, {0.0, 0.0, 0.0}},
-        {shorter, {9.0, 1e5, 0.0}, 8, {9.0, 0.0, 0.0}},
-        {straight, {19.99999981, 1.7e-7, 0.0}, 19, {19.99999981, 0.0, 0.0}},
+        {shorter, {51.0, 0.0, 0.0}, 18, 1.0, {19.0, 0.0, 0.0}},
+        {shorter, {-51.0, 0.0, 0.0}, 0, 0.0, {0.0, 0.0, 0.0}},
+        {shorter, {9.0, 1e5, 0.0}, 8, 1.0, {9.0, 0.0, 0.0}},
+        {straight, {19.99999981, 1.7e-7, 0.0}, 19, 0.99999981, {19.99999981, 0.0, 0.0}},
+        {pair, {3.0, 1.0, 0.0}, 0, 1.0, {2.0, 0.0, 0.0}},
+        {pair, {0.4e-13, 1.0, 0.0}, 0, 0.0, {0.0, 0.0, 0.0}},
+        {pair, {0.6e-13, 1.0, 0.0}, 0, 0.3e-13, {0.6e-13, 0.0, 0.0}},
     };
     for (const auto& c : cases) {
         PolylineProjector line(c.points);
         line.project(c.x);
         EXPECT_EQ(line.segment, c.segment) << c.x;
+        EXPECT_NEAR(line.param, c.param, 1e-14) << c.x;
         EXPECT_LT(dist(line.point, c.point), 1e-12) << c.x;
     }
-}
-
-TEST(PolylineProjector, EndsAndDegeneratePolylines) {
-    PolylineProjector pair({{0.0, 0.0, 0.0}, {2.0, 0.0, 0.0}});
-    pair.project({3.0, 1.0, 0.0});
-    EXPECT_EQ(pair.segment, 0);
-    EXPECT_EQ(pair.param, 1.0);
-    EXPECT_EQ(dist(pair.point, {2.0, 0.0, 0.0}), 0.0);
-
-    PolylineProjector single({{1.0, 2.0, 3.0}});
-    single.segment = 7;
-    single.project({0.0, 0.0, 0.0});
-    EXPECT_EQ(single.segment, 7);
-    EXPECT_EQ(dist(single.point, Vector3()), 0.0);
-    EXPECT_EQ(single.nearest(Vector3()).segment, -1);
-    EXPECT_EQ(PolylineProjector(Points()).nearest(Vector3()).segment, -1);
-
     // A vertex inside a run: the earlier of its segments, at its end.
     InputSource in(2);
-    const PolylineProjector walk(polyline(Shape::Walk, 100, in));
+    const PolylineProjector walk(polyline(kWalk, 100, in));
     for (std::size_t i = 1; i < 99; ++i) {
         const PolylineProjection at = walk.nearest(walk.points[i]);
         EXPECT_EQ(at.segment, static_cast<int>(i) - 1);
@@ -204,12 +169,21 @@ TEST(PolylineProjector, EndsAndDegeneratePolylines) {
     }
 }
 
+TEST(PolylineProjector, WithoutSegmentsNothingIsStored) {
+    PolylineProjector single({{1.0, 2.0, 3.0}});
+    single.segment = 7;
+    single.project({0.0, 0.0, 0.0});
+    EXPECT_EQ(single.segment, 7);
+    EXPECT_EQ(dist(single.point, Vector3()), 0.0);
+    EXPECT_EQ(single.nearest(Vector3()).segment, -1);
+    EXPECT_EQ(PolylineProjector(Points()).nearest(Vector3()).segment, -1);
+}
+
 TEST(PolylineProjector, SurvivesWhatIsNotFinite) {
-    const double nan = std::nan("");
     InputSource in(3);
     for (const int n : {2, 19, 20, 300}) {
-        for (const double bad : {nan, kInfinity, -kInfinity, 1e200, 1e-200}) {
-            Points points = polyline(Shape::Walk, n, in);
+        for (const double bad : {kNaN, kInfinity, -kInfinity, 1e200, 1e-200}) {
+            Points points = polyline(kWalk, n, in);
             const PolylineProjector good(points);
             const PolylineProjection fromBad = good.nearest({bad, 0.0, 1.0});
             points[static_cast<std::size_t>(n / 2)].y = bad;
@@ -223,17 +197,15 @@ TEST(PolylineProjector, SurvivesWhatIsNotFinite) {
 
 TEST(PolylineProjector, ThreadsShareOneObject) {
     InputSource in(4);
-    const PolylineProjector line(polyline(Shape::Walk, 1000, in));
+    const PolylineProjector line(polyline(kWalk, 1000, in));
     Points queries;
     for (int i = 0; i < 400; ++i)
         queries.push_back(query(line.points, in));
     std::vector<PolylineProjection> results(queries.size());
-    std::vector<std::thread> threads;
-    for (std::size_t t = 0; t < 4; ++t) {
-        threads.emplace_back([&, t] { line.nearest(&queries[100 * t], 100, &results[100 * t]); });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
+    inThreads(4, [&](int t) {
+        const std::size_t first = 100 * static_cast<std::size_t>(t);
+        line.nearest(&queries[first], 100, &results[first]);
+    });
     for (std::size_t i = 0; i < queries.size(); ++i) {
         const PolylineProjection alone = line.nearest(queries[i]);
         EXPECT_EQ(results[i].segment, alone.segment);

@@ -1,9 +1,4 @@
-#include <cmath>
-
-#include <gtest/gtest.h>
-
-#include "geomKit/queries/ProximityTester.h"
-#include "tests/golden/Digest.h"
+#include "tests/support.h"
 
 namespace {
 
@@ -64,26 +59,25 @@ TEST(ProximityTester, SizesItsCellsByTheRule) {
 }
 
 TEST(ProximityTester, DefinesWhatCannotBeGridded) {
-    const double nan = std::nan("");
     const Vector3 o;
     const Vector3 far(1.7e308, 0.0, 0.0);
     const auto expectAlways = [&](bool answer, const std::vector<Vector3>& pts, double radius) {
         const ProximityTester t(pts, radius);
         for (const Vector3& q : {o, Vector3(-1, 2, -3), far, -far})
             EXPECT_EQ(t.test(q), answer);
-        EXPECT_FALSE(t.test({0.0, nan, 0.0}) || t.test({0.0, 0.0, -HUGE_VAL}));
+        EXPECT_FALSE(t.test({0.0, kNaN, 0.0}) || t.test({0.0, 0.0, -kInfinity}));
     };
     expectAlways(false, {}, 1.0);
-    for (const double radius : {0.0, -1.0, nan})
+    for (const double radius : {0.0, -1.0, kNaN})
         expectAlways(false, {o, {1, 2, 3}}, radius);
-    expectAlways(true, {o, {1, 2, 3}}, HUGE_VAL);
-    expectAlways(true, {{nan, 0, 0}, o}, 1.0);
-    expectAlways(true, {o, {0, HUGE_VAL, 0}}, 1.0);
+    expectAlways(true, {o, {1, 2, 3}}, kInfinity);
+    expectAlways(true, {{kNaN, 0, 0}, o}, 1.0);
+    expectAlways(true, {o, {0, kInfinity, 0}}, 1.0);
     expectAlways(true, {far, -far}, 1.0);
     expectAlways(true, {far, o}, 1.7e308);
 
     // The marking ends at a bad point, and the cells before it have no neighbours.
-    const ProximityTester cut({o, {nan, 0, 0}, {10, 10, 10}}, 1.0);
+    const ProximityTester cut({o, {kNaN, 0, 0}, {10, 10, 10}}, 1.0);
     EXPECT_TRUE(cut.test({0.5, 0.5, 0.5}));
     EXPECT_FALSE(cut.test({-0.5, 0.5, 0.5}) || cut.test({10, 10, 10}) || cut.test(far));
 }

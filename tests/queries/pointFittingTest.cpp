@@ -1,11 +1,6 @@
-#include <cmath>
-
 #include <Eigen/Dense>
-#include <gtest/gtest.h>
 
-#include "geomKit/queries/pointFitting.h"
-#include "geomKit/vAlgebra/Matrix3.h"
-#include "tests/golden/Digest.h"
+#include "tests/support.h"
 
 namespace {
 
@@ -57,7 +52,7 @@ TEST(PointFitting, AnswersDegenerateSets) {
     EXPECT_TRUE(bestFitPlane(heap, nullptr, &normal) && bestFitLine(heap, nullptr, &dir));
     EXPECT_TRUE(normal == Vector3(1.0, 0.0, 0.0) && dir == Vector3(0.0, 0.0, 1.0));
 
-    for (const double bad : {std::nan(""), HUGE_VAL, 1e300})
+    for (const double bad : {kNaN, kInfinity, 1e300})
         EXPECT_TRUE(bestFitPlane({Vector3(), {1, bad, 2}, {-bad, 1, 0}}, &center, &normal));
 }
 

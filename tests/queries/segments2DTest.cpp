@@ -1,18 +1,10 @@
-#include <algorithm>
-#include <cmath>
-
-#include <gtest/gtest.h>
-
-#include "geomKit/queries/segments2D.h"
-#include "geomKit/vAlgebra/vectorUtils.h"
-#include "tests/golden/Digest.h"
+#include "tests/support.h"
 
 namespace {
 
 Vector3 wholePoint(InputSource& in, int size) {
-    const double x = in.index(2 * size + 1) - size;
-    const double y = in.index(2 * size + 1) - size;
-    return {x, y, 0.0};
+    const Vector3 v = in.whole(size);
+    return {v.x, v.y, 0.0};
 }
 
 // Exact for small whole numbers.
@@ -132,7 +124,7 @@ TEST(Segments2D, ClipsToAHalfPlaneThatIsAslant) {
 TEST(Segments2D, NonFiniteCoordinatesReturn) {
     const Vector3 o;
     const Vector3 e(1, 1, 0);
-    for (const double bad : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+    for (const double bad : {kNaN, kInfinity, -kInfinity}) {
         const Vector3 v(bad, 0.5, 0.0);
         Vector3 a = e;
         Vector3 b = v;
