@@ -9,30 +9,24 @@ struct Chain {
     std::vector<int> facets;
 };
 
-/// The table of unmatched half-edges as it is documented, in maps.
+/// The documented table of unmatched half-edges, by start and end: to the facet of each.
 std::vector<Chain> documentedChains(const std::vector<int>& facets) {
-    std::map<int, std::map<int, int>> table;
+    std::map<std::pair<int, int>, int> table;
     for (std::size_t i = 0; i < facets.size(); ++i) {
         const int a = facets[i];
         const int b = i % 3 == 2 ? facets[i - 2] : facets[i + 1];
-        if (table.count(b) != 0 && table[b].count(a) != 0) {
-            table[b].erase(a);
-            if (table[b].empty()) table.erase(b);
-        } else {
-            table[a][b] = static_cast<int>(i / 3);
-        }
+        if (table.erase({b, a}) == 0) table[{a, b}] = static_cast<int>(i / 3);
     }
     std::vector<Chain> chains;
     while (!table.empty()) {
-        int cur = table.begin()->first;
+        int cur = table.begin()->first.first;
         Chain chain{{cur}, {}};
-        while (table.count(cur) != 0) {
-            const auto [target, facet] = *table[cur].begin();
-            chain.vertices.push_back(target);
-            chain.facets.push_back(facet);
-            table[cur].erase(target);
-            if (table[cur].empty()) table.erase(cur);
-            cur = target;
+        for (auto edge = table.begin(); edge != table.end() && edge->first.first == cur;
+             edge = table.lower_bound({cur, -1})) {
+            cur = edge->first.second;
+            chain.vertices.push_back(cur);
+            chain.facets.push_back(edge->second);
+            table.erase(edge);
         }
         chains.push_back(chain);
     }
