@@ -1,10 +1,12 @@
+#include <set>
+
 #include "tests/support.h"
 
 namespace {
 
 using Points = std::vector<Vector3>;
 
-/// The documented search, plainly: runs by falling bound, of equal ones the first, none pruned.
+/// The documented search, plainly: no run is pruned.
 int documentedSegment(const PolylineProjector& line, const Vector3& x) {
     const Points& p = line.points;
     const auto at = [](int i) { return static_cast<std::size_t>(i); };
@@ -26,36 +28,28 @@ int documentedSegment(const PolylineProjector& line, const Vector3& x) {
         scan(0, last);
         return segment;
     }
-    struct Run {
-        int i, j;
-        double bound;
-    };
-    const auto run = [&](int i, int j) {
+    // The negated bound comes first: runs by falling bound, of equal ones the first.
+    std::set<std::tuple<double, int, int>> waiting;
+    const auto add = [&](int i, int j) {
         const double length = line.arcLength[at(j)] - line.arcLength[at(i)];
         const double d = std::sqrt(distSqToLineSegment(x, p[at(i)], p[at(j)], nullptr));
         const double bound = d - std::sqrt(length * length - distSq(p[at(i)], p[at(j)]));
-        return Run{i, j, bound > 0.0 ? bound : 0.0};
+        waiting.insert({bound > 0.0 ? -bound : 0.0, i, j});
     };
     consider(distSq(p.front(), x) + 1e-13, 0);
     consider(distSq(p.back(), x) + 1e-13, last - 1);
-    std::vector<Run> waiting = {run(0, last)};
+    add(0, last);
     while (!waiting.empty()) {
-        std::size_t top = 0;
-        for (std::size_t r = 1; r < waiting.size(); ++r) {
-            const Run& a = waiting[r];
-            const Run& b = waiting[top];
-            if (a.bound > b.bound || (a.bound == b.bound && a.i < b.i)) top = r;
-        }
-        const Run taken = waiting[top];
-        waiting.erase(waiting.begin() + static_cast<std::ptrdiff_t>(top));
-        if (taken.j - taken.i < 10) {
-            scan(taken.i, taken.j);
+        const auto [bound, i, j] = *waiting.begin();
+        waiting.erase(waiting.begin());
+        if (j - i < 10) {
+            scan(i, j);
             continue;
         }
-        const int m = (taken.i + taken.j) / 2;
+        const int m = (i + j) / 2;
         consider(distSq(p[at(m)], x) + 1e-13, m - 1);
-        waiting.push_back(run(taken.i, m));
-        waiting.push_back(run(m, taken.j));
+        add(i, m);
+        add(m, j);
     }
     return segment;
 }
