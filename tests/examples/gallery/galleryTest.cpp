@@ -1,12 +1,11 @@
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <sstream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <geomKit/debugDraw/gkFuncBinder.h>
@@ -22,31 +21,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Reads the number that `text` begins with, if any, and cuts it off.
-bool takeNumber(std::string_view& text, double* value) {
-    const auto [end, status] =
-        std::from_chars(text.data(), text.data() + text.size(), *value, std::chars_format::fixed);
-    if (status != std::errc()) return false;
-    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-    return true;
-}
-
-/// Where two texts part that may differ in the last digit of their numbers; empty when they do not.
-std::string firstDifference(std::string_view a, std::string_view b) {
-    constexpr double kLastDigit = 0.0101;
-    while (!a.empty() && !b.empty()) {
-        const std::string_view at = a.substr(0, 60);
-        double x = 0.0;
-        double y = 0.0;
-        if (takeNumber(a, &x)) {
-            if (!takeNumber(b, &y) || !(std::abs(x - y) <= kLastDigit)) return std::string(at);
-            continue;
-        }
-        if (a.front() != b.front()) return std::string(at);
-        a.remove_prefix(1);
-        b.remove_prefix(1);
+/// Equal but for the last digit of numbers, which compilers and processors may round otherwise.
+void expectAlike(const std::string& a, const std::string& b) {
+    const std::regex decimal("-?[0-9]+\\.[0-9]+");
+    EXPECT_EQ(std::regex_replace(a, decimal, "#"), std::regex_replace(b, decimal, "#"));
+    const std::sregex_iterator end;
+    std::sregex_iterator inB(b.begin(), b.end(), decimal);
+    for (std::sregex_iterator inA(a.begin(), a.end(), decimal); inA != end && inB != end; ++inA) {
+        ASSERT_NEAR(std::stod(inA->str()), std::stod(inB->str()), 0.0101) << inA->position();
+        ++inB;
     }
-    return std::string(a) + std::string(b);
 }
 
 /// Every place in the data of a path, which has M, L, h0 and Z only, must lie on the sheet.
@@ -61,22 +45,13 @@ void expectInside(const std::string& data, double width, double height) {
     }
 }
 
-TEST(Gallery, PicturesAreThoseOfThePages) {
-    for (const Picture& picture : pictures()) {
-        SCOPED_TRACE(picture.name);
-        std::ifstream stream(GEOMKIT_GALLERY_FOLDER "/" + std::string(picture.name) + ".svg");
-        const std::string kept{std::istreambuf_iterator<char>(stream), {}};
-        EXPECT_EQ(firstDifference(picture.draw(), kept), "");
-    }
-    const auto files = fs::directory_iterator(GEOMKIT_GALLERY_FOLDER);
-    EXPECT_EQ(std::distance(begin(files), end(files)), static_cast<long>(pictures().size()));
-}
-
-TEST(Gallery, PicturesAreWellFormedSmallAndInsideTheirSheets) {
+TEST(Gallery, PicturesAreThoseOfThePagesSmallAndInsideTheirSheets) {
     constexpr std::size_t kMostBytes = 60000;
     for (const Picture& picture : pictures()) {
         SCOPED_TRACE(picture.name);
         const std::string text = picture.draw();
+        std::ifstream stream(GEOMKIT_GALLERY_FOLDER "/" + std::string(picture.name) + ".svg");
+        expectAlike(text, {std::istreambuf_iterator<char>(stream), {}});
         EXPECT_LT(text.size(), kMostBytes);
         pugi::xml_document document;
         ASSERT_TRUE(document.load_string(text.c_str()));
@@ -86,9 +61,10 @@ TEST(Gallery, PicturesAreWellFormedSmallAndInsideTheirSheets) {
         for (const pugi::xml_node& path : svg.children("path")) {
             expectInside(path.attribute("d").value(), width, height);
         }
-        EXPECT_NE(svg.child("path"), pugi::xml_node());
-        EXPECT_NE(svg.child("text"), pugi::xml_node());
+        EXPECT_TRUE(svg.child("path") && svg.child("text"));
     }
+    const auto files = fs::directory_iterator(GEOMKIT_GALLERY_FOLDER);
+    EXPECT_EQ(std::distance(begin(files), end(files)), static_cast<long>(pictures().size()));
 }
 
 /// A figure that no longer shows its case would go unnoticed when the pictures are written anew.
@@ -115,11 +91,10 @@ TEST(SvgSink, NumbersAreFixedRoundHalvesUpAndHaveNoNegativeZero) {
 }
 
 TEST(SvgSink, WritesWhatComesThroughTheHooksWhileItLives) {
-    const auto plain = [](const Vector3& p) { return Pixel{p.x, p.y}; };
     std::string drawn;
     {
         SvgSink sink(100.0, 50.0, "a < b & c");
-        sink.projection = plain;
+        sink.projection = [](const Vector3& p) { return Pixel{p.x, p.y}; };
         gkFuncBinder::drawPoint({1.0, 2.0, 0.0}, kRed);
         gkFuncBinder::clear();
         gkFuncBinder::drawPoints({{3.0, 4.0, 0.0}, {5.0, 6.0, 0.0}}, kBlue, kLine);
@@ -128,19 +103,19 @@ TEST(SvgSink, WritesWhatComesThroughTheHooksWhileItLives) {
         gkFuncBinder::drawVector({10.0, 20.0, 0.0}, {10.0, 0.0, 0.0}, kBlue, 3.0);
         drawn = sink.document();
     }
+    gkFuncBinder::drawPoint({1.0, 2.0, 0.0}, kRed);  // reaches nobody
     pugi::xml_document document;
     ASSERT_TRUE(document.load_string(drawn.c_str()));
     const pugi::xml_node svg = document.child("svg");
     EXPECT_STREQ(svg.child_value("title"), "a < b & c");
     EXPECT_FALSE(svg.child("circle"));
-    std::vector<std::string> paths;
+    std::string paths;
     for (const pugi::xml_node& path : svg.children("path"))
-        paths.push_back(path.attribute("d").value());
+        paths += std::string(path.attribute("d").value()) + '\n';
     // The head of the arrow is the last one.
-    EXPECT_EQ(paths, (std::vector<std::string>{"M3.00 4.00L5.00 6.00", "M7.00 8.00",
-                                               "M10.00 20.00L40.00 20.00",
-                                               "M40.00 20.00L31.00 23.60L31.00 16.40Z"}));
-    gkFuncBinder::drawPoint({1.0, 2.0, 0.0}, kRed);  // reaches nobody
+    EXPECT_EQ(paths,
+              "M3.00 4.00L5.00 6.00\nM7.00 8.00\nM10.00 20.00L40.00 20.00\n"
+              "M40.00 20.00L31.00 23.60L31.00 16.40Z\n");
 }
 
 TEST(Contours, FollowTheLevelAndClose) {
