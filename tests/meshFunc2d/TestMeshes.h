@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -37,9 +38,9 @@ struct TestMesh {
     MeshFunction2D function() const { return {params, values, facets, normaldots}; }
 };
 
-/// A jittered grid of n x n vertices over a square; `keep(i, j)` chooses its cells.
-template <typename Keep>
-TestMesh gridMesh(std::string name, int n, double size, double jitter, Keep&& keep) {
+/// A jittered grid of n x n vertices over a square; `keep(i, j)`, if any, chooses its cells.
+inline TestMesh gridMesh(std::string name, int n, double size, double jitter,
+                         const std::function<bool(int, int)>& keep = nullptr) {
     InputSource in(static_cast<std::uint64_t>(n));
     TestMesh mesh{std::move(name), {}, {}, {}, {}};
     const double cell = size / (n - 1);
@@ -52,17 +53,13 @@ TestMesh gridMesh(std::string name, int n, double size, double jitter, Keep&& ke
     }
     for (int i = 0; i + 1 < n; ++i) {
         for (int j = 0; j + 1 < n; ++j) {
-            if (!keep(i, j)) continue;
+            if (keep && !keep(i, j)) continue;
             const int a = i * n + j;
             mesh.addFacet(a, a + n, a + n + 1);
             mesh.addFacet(a, a + n + 1, a + 1);
         }
     }
     return mesh;
-}
-
-inline TestMesh gridMesh(std::string name, int n, double size, double jitter) {
-    return gridMesh(std::move(name), n, size, jitter, [](int, int) { return true; });
 }
 
 /// Unconnected facets, each thinned to `thickness` of its size: overlapping and inverted ones too.
@@ -75,12 +72,11 @@ inline TestMesh soup(std::string name, int count, double size, double thickness)
         const Vector3 centre = in.vector(size);
         const Vector3 d = in.vector(reach);
         const Vector3 e = in.vector(reach);
-        const int a = mesh.addVertex({centre.x, centre.y});
-        mesh.addVertex({centre.x + d.x, centre.y + d.y});
         const double s = in.uniform(0.0, 1.0);
-        mesh.addVertex(
-            {centre.x + s * d.x + thickness * e.x, centre.y + s * d.y + thickness * e.y});
-        mesh.addFacet(a, a + 1, a + 2);
+        const Vector3 third = centre + d * s + e * thickness;
+        mesh.addTriangle({centre.x, centre.y}, {centre.x + d.x, centre.y + d.y},
+                         {third.x, third.y});
+        const int a = 3 * f;
         if (f % 10 == 0) mesh.addFacet(a, a + 2, a + 1);
     }
     return mesh;
