@@ -9,8 +9,8 @@ namespace {
 const std::string kBone =
     "<?xml version='1.0'?>\r\n<Bone><tip x='1'\r\n y='2' z='-3.5'/><children/></Bone>\r\n";
 
-/// ASCII text in another encoding, of code units of some bytes, with a byte order mark or without.
-std::string encoded(const std::string& text, std::size_t unitSize, bool bigEndian, bool mark) {
+/// The code units of a text as units of some bytes, with a byte order mark or without.
+std::string encoded(std::u16string_view text, std::size_t unitSize, bool bigEndian, bool mark) {
     std::string result;
     const auto put = [&](unsigned unit) {
         for (std::size_t i = 0; i < unitSize; ++i) {
@@ -19,8 +19,8 @@ std::string encoded(const std::string& text, std::size_t unitSize, bool bigEndia
         }
     };
     if (mark) put(0xfeff);
-    for (const char c : text)
-        put(static_cast<unsigned char>(c));
+    for (const char16_t unit : text)
+        put(unit);
     return result;
 }
 
@@ -28,11 +28,12 @@ TEST(Documents, inEveryEncoding) {
     std::vector<std::string> documents = {
         "\xEF\xBB\xBF" + kBone, "<?xml version='1.0' encoding='ISO-8859-1'?><!-- \xE9 -->" +
                                     kBone.substr(kBone.find("<Bone"))};
+    const std::u16string units(kBone.begin(), kBone.end());
     for (const std::size_t unitSize : {1u, 2u, 4u}) {
-        documents.push_back(encoded(kBone, unitSize, false, false));
-        documents.push_back(encoded(kBone, unitSize, true, false));
-        documents.push_back(encoded(kBone, unitSize, false, unitSize > 1));
-        documents.push_back(encoded(kBone, unitSize, true, unitSize > 1));
+        for (const bool bigEndian : {false, true}) {
+            for (const bool mark : {false, unitSize > 1})
+                documents.push_back(encoded(units, unitSize, bigEndian, mark));
+        }
     }
     const std::string expected = saved(*loadedAs<Bone>(kBone));
     for (const std::string& document : documents) {
@@ -45,11 +46,7 @@ TEST(Documents, problemsAreLocatedInEveryEncoding) {
     // and of two; the faulty tag starts at line 2, column 14.
     const std::string utf8 = "<Bone>\r\n<!--\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80 --><oops/></Bone>";
     const std::u16string wide = u"<Bone>\r\n<!--\u00e9\u20ac\U0001F600 --><oops/></Bone>";
-    std::string utf16 = "\xFE\xFF";
-    for (const char16_t unit : wide) {
-        utf16 += {static_cast<char>(unit >> 8), static_cast<char>(unit & 0xff)};
-    }
-    for (const std::string& document : {utf8, utf16}) {
+    for (const std::string& document : {utf8, encoded(wide, 2, true, true)}) {
         LoadReport report;
         loadedAs<Bone>(document, &report);
         ASSERT_FALSE(report.isClean());

@@ -1,34 +1,32 @@
 // Numbers as text: an ordinary stream in the classic locale is the oracle, in a process whose own
 // locale has decimal commas.
-#include <cmath>
 #include <cstring>
 #include <fstream>
-#include <limits>
 #include <locale>
-#include <random>
 
+#include "tests/support.h"
 #include "tests/tags/Rig.h"
 #include "tests/tags/documents.h"
 
 namespace {
 
-template <typename T, typename Bits>
-T fromBits(Bits bits) {
-    static_assert(sizeof(T) == sizeof bits);
-    T value;
-    std::memcpy(&value, &bits, sizeof value);
-    return value;
+/// The given numbers and many of random bits, with every kind of NaN.
+template <typename T>
+std::vector<T> numbers(std::initializer_list<T> given) {
+    std::vector<T> values = given;
+    InputSource in(1);
+    for (int i = 0; i < 20000; ++i) {
+        const std::uint64_t bits = in.bits();
+        std::memcpy(&values.emplace_back(), &bits, sizeof(T));
+    }
+    return values;
 }
 
 TEST(Numbers, vectorsAreWrittenAsAClassicStreamWritesThem) {
-    std::vector<double> values = {0.0, -0.0, 0.1, -2.5, 1e15, 123456789012345678.0, 1e-5, 1e-4};
     using Limits = std::numeric_limits<double>;
-    values.insert(values.end(), {Limits::max(), Limits::min(), Limits::denorm_min(), NAN, -NAN,
-                                 Limits::infinity(), -Limits::infinity(), 0.5 + Limits::epsilon()});
-    std::mt19937_64 random(1);
-    for (int i = 0; i < 20000; ++i)
-        values.push_back(fromBits<double>(random()));
-
+    const std::vector<double> values = numbers<double>(
+        {0.0, -0.0, 0.1, -2.5, 1e15, 123456789012345678.0, 1e-5, 1e-4, Limits::max(), Limits::min(),
+         Limits::denorm_min(), kNaN, -kNaN, kInfinity, -kInfinity, 0.5 + Limits::epsilon()});
     const CommaLocale comma;
     for (const double value : values) {
         std::ostringstream expected;
@@ -48,12 +46,12 @@ TEST(Numbers, vectorsAreReadAsAClassicStreamReadsThem) {
     for (std::string text; std::getline(table, text);)
         texts.push_back(text);
     ASSERT_GT(texts.size(), 30u);
-    std::mt19937_64 random(2);
+    InputSource in(2);
     const std::string alphabet = "0123456789+-.eE ,xn";
     for (int i = 0; i < 20000; ++i) {
         std::string text;
-        for (auto size = random() % 7; size > 0; --size)
-            text += alphabet[random() % alphabet.size()];
+        for (int size = in.index(7); size > 0; --size)
+            text += alphabet[static_cast<std::size_t>(in.index(19))];
         texts.push_back(text);
     }
     const CommaLocale comma;
@@ -74,15 +72,8 @@ TEST(Numbers, vectorsAreReadAsAClassicStreamReadsThem) {
 }
 
 TEST(Numbers, floatsAndIntsLoadBackBitForBit) {
-    std::vector<float> floats = {0.0f,     -0.0f,     1e-45f, 3.4028235e38f,
-                                 INFINITY, -INFINITY, NAN,    -NAN};
-    for (const std::uint32_t nan : {0x7fc00001u, 0xffc12345u, 0x7f800001u, 0xffbfffffu}) {
-        floats.push_back(fromBits<float>(nan));
-    }
-    std::mt19937_64 random(3);
-    for (int i = 0; i < 20000; ++i) {
-        floats.push_back(fromBits<float>(static_cast<std::uint32_t>(random())));
-    }
+    const std::vector<float> floats =
+        numbers<float>({0.0f, -0.0f, 1e-45f, 3.4028235e38f, INFINITY, -INFINITY, NAN, -NAN});
     MeshFunction2D function(false);
     function.normaldots = floats;
     function.facets = {0, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
