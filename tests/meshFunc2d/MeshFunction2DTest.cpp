@@ -162,11 +162,7 @@ TEST(MeshFunction2D, TheOldMethodExtendsTheFacetOfTheNearestEdge) {
     f.initEvaluatorHelper();
     EXPECT_EQ(f.boundaries.size(), 2u) << "left as they were";
 
-    const struct {
-        Point p;
-        bool found;
-        Point value;
-    } cases[] = {
+    const std::tuple<Point, bool, Point> cases[] = {
         {{0.2, 0.2}, true, TestMesh::linear({0.2, 0.2})},
         {{-3.0, 0.5}, true, TestMesh::linear({-3.0, 0.5})},
         {{25.0, 25.0}, true, {-5.0, -5.0}},
@@ -175,12 +171,12 @@ TEST(MeshFunction2D, TheOldMethodExtendsTheFacetOfTheNearestEdge) {
         {{kNaN, 1.0}, false, {}},
         {{1.0, kInfinity}, false, {}},
     };
-    for (const auto& c : cases) {
-        const auto [found, u, v, cosine] = extrapolated(f, c.p);
-        EXPECT_EQ(found != 0.0, c.found) << c.p.u;
-        EXPECT_NEAR(u, c.value.u, 1e-12) << c.p.u;
-        EXPECT_NEAR(v, c.value.v, 1e-12) << c.p.u;
-        EXPECT_EQ(f.extrapolateOld(c.p, nullptr, nullptr), c.found) << c.p.u;
+    for (const auto& [p, expected, value] : cases) {
+        const auto [found, u, v, cosine] = extrapolated(f, p);
+        EXPECT_EQ(found != 0.0, expected) << p.u;
+        EXPECT_NEAR(u, value.u, 1e-12) << p.u;
+        EXPECT_NEAR(v, value.v, 1e-12) << p.u;
+        EXPECT_EQ(f.extrapolateOld(p, nullptr, nullptr), expected) << p.u;
     }
 }
 

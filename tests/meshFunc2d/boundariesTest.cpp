@@ -73,11 +73,9 @@ TEST(MeshFunction2DBoundaries, AreTheUnmatchedHalfEdgesInChains) {
 }
 
 TEST(MeshFunction2DBoundaries, FollowTheFlagAndTheFacets) {
-    const TestMesh mesh = gridMesh("grid", 3, 1.0, 0.0);
-    MeshFunction2D f(false);
-    f.params = mesh.params;
-    f.values = mesh.values;
-    f.facets = mesh.facets;
+    MeshFunction2D f = gridMesh("grid", 3, 1.0, 0.0).function();
+    f.boundaries.clear();
+    f.extrapolateFlag = false;
     f.initEvaluatorHelper();
     EXPECT_TRUE(f.boundaries.empty());
     EXPECT_TRUE(f.evaluate({0.3, 0.4}, nullptr, nullptr));
