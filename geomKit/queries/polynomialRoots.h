@@ -33,9 +33,9 @@ GEOMKIT_API int solveQuadratic(double a, double b, double c, double* roots);
 /// root instead: it is a double root.
 ///
 /// What may surprise: a cubic that falls through the bracket (a < 0, as a rule) is solved by
-/// halving alone, which is slower and, at 101 steps from a wide bracket, no less accurate. Because
-/// of the deflation a nearly double pair may come out as none or two: the count near such a pair is
-/// decided by rounding. Once the bracket is below 1e-13, smaller roots are not told apart from 0.
+/// halving alone, at 101 steps from a wide bracket no less accurately. Because of the deflation a
+/// nearly double pair may come out as none or two: the count near such a pair is decided by
+/// rounding. Once the bracket is below 1e-13, smaller roots are not told apart from 0.
 ///
 /// It returns for every input. The bracket ends its growth at infinity, after 647 triplings at
 /// most. Where values of the polynomial overflow, cuts fall back to halving. Coefficients that are

@@ -1,7 +1,19 @@
+#include <array>
+
 #include "bench/queries/literalCubic.h"
 #include "tests/support.h"
 
 namespace {
+
+bool hasPlainBits(const std::array<double, 4>& k) {
+    double ours[3] = {7.0, 7.0, 7.0};
+    double plain[3] = {7.0, 7.0, 7.0};
+    bool same = solveCubic(k[0], k[1], k[2], k[3], ours) ==
+                solveCubicLiterally(k[0], k[1], k[2], k[3], plain);
+    for (int j = 0; j < 3; ++j)
+        same = same && (ours[j] == plain[j] || (std::isnan(ours[j]) && std::isnan(plain[j])));
+    return same;
+}
 
 TEST(PolynomialRoots, FindsTheRootsThatACubicWasBuiltFrom) {
     // Multiples of 1/16 have exact coefficients, so a double or triple root is truly one.
@@ -33,17 +45,32 @@ TEST(PolynomialRoots, ReturnsTheBitsOfThePlainFormForEveryInput) {
     constexpr int kSpecials = 12 * 12 * 12 * 12;
     InputSource in(43);
     for (int i = 0; i < 2 * kSpecials; ++i) {
-        double k[4];
+        std::array<double, 4> k;
         for (int j = 0, n = i; j < 4; ++j, n /= 12) {
             const double drawn = in.uniform(-1.0, 1.0) * std::pow(10.0, in.index(9));
-            k[j] = i < kSpecials ? special[n % 12] : drawn;
+            k[static_cast<std::size_t>(j)] = i < kSpecials ? special[n % 12] : drawn;
         }
-        double ours[3] = {7.0, 7.0, 7.0};
-        double plain[3] = {7.0, 7.0, 7.0};
-        ASSERT_EQ(solveCubic(k[0], k[1], k[2], k[3], ours),
-                  solveCubicLiterally(k[0], k[1], k[2], k[3], plain));
-        for (int j = 0; j < 3; ++j)
-            EXPECT_TRUE(ours[j] == plain[j] || (std::isnan(ours[j]) && std::isnan(plain[j]))) << i;
+        EXPECT_TRUE(hasPlainBits(k)) << i;
+    }
+}
+
+TEST(PolynomialRoots, ReturnsTheBitsOfThePlainFormForRootsAtItsProbes) {
+    // Probes are multiples of 3^m / 2^n. A close pair, or a slope that nearly vanishes, leaves
+    // little of the bracket where signs are certain.
+    InputSource in(47);
+    for (int i = 0; i < 60000; ++i) {
+        const double x = in.uniform(-1.0, 1.0);
+        const int bits = in.index(16);
+        const double probe =
+            std::ldexp(std::pow(3.0, in.index(7)) * std::floor(std::ldexp(x, bits)), -bits);
+        const double p = i % 2 == 0 ? probe : 8.0 * x;
+        const double q = i % 3 == 0 ? p + std::ldexp(x, -in.index(50)) : in.uniform(-30.0, 30.0);
+        const double r = i % 7 == 0 ? 2.0 * p - q : in.uniform(-9.0, 9.0);
+        const double a = std::ldexp(i % 5 < 2 ? 1.0 : -1.0, in.index(60) - 40);
+        const double square = i % 11 == 0 ? q * q + r * r : q * r;
+        const double sum = i % 11 == 0 ? 2.0 * q : q + r;
+        EXPECT_TRUE(hasPlainBits({a, -a * (p + sum), a * (p * sum + square), -a * p * square}))
+            << i;
     }
 }
 
