@@ -2,54 +2,111 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "geomKit/at.h"
 
 namespace {
 
-/// Meshes of up to this many facets are prepared: 1 MiB.
-constexpr std::size_t kSmallMesh = std::size_t{1} << 14;
-/// Fine cells for each facet in a list. Small meshes can afford more.
-constexpr double kFineCellsSmall = 2.0;
-constexpr double kFineCellsLarge = 1.0;
-/// The most entries a facet may cause on average, for each fine cell that it is worth.
-constexpr double kMaxEntries = 8.0;
+constexpr int kParts = FacetCell::kPartsPerAxis;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+/// Fine cells for each facet in a list: a cell of that size holds about eleven facets.
+constexpr double kFineCells = 0.25;
+/// The most entries that facets may cause on average in a fine cell.
+constexpr double kMaxEntries = 32.0;
+
+/// How full a fine cell is. One that cannot hold its facets only counts them.
+struct Fill {
+    int facets = 0;
+    unsigned vertices = 0;
+    bool isListed = false;
+};
+
+/// The position of `vertex` among those of the cell, where it is entered if need be.
+unsigned positionOf(int vertex, FacetCell& cell, Fill& fill) {
+    for (unsigned i = fill.vertices; i-- > 0;) {
+        if (cell.vertices[i] == vertex) return i;
+    }
+    if (fill.vertices < FacetCell::kCapacity) cell.vertices[fill.vertices] = vertex;
+    return fill.vertices++;
+}
+
+void enter(const int* corner, unsigned parts, FacetCell& cell, Fill& fill) {
+    const int facet = fill.facets++;
+    if (fill.isListed) return;
+    unsigned corners = 0;
+    for (int k = 0; k < 3; ++k) {
+        corners |= positionOf(corner[k], cell, fill) << (4 * k);
+        fill.isListed |= fill.vertices > FacetCell::kCapacity;
+        if (fill.isListed) return;
+    }
+    fill.isListed = facet >= FacetCell::kCapacity;
+    if (fill.isListed) return;
+    cell.corners[facet] = static_cast<std::uint16_t>(corners);
+    for (; parts != 0; parts &= parts - 1) {
+        std::uint16_t& list = cell.facetsOfPart[lowestBit(parts)];
+        list = static_cast<std::uint16_t>(list | (1U << facet));
+    }
+}
 
 }  // namespace
 
-/// Where a facet may accept points, in cell units.
-struct FacetIndex::Reach {
-    int facet;
-    Point low;
-    Point high;
+/// A reach in the parts of a cell's fine cells.
+struct FacetIndex::Footprint {
+    int u0, u1, v0, v1;
+    /// Where a part may be touched, by its lower corner.
+    FacetReach::HalfPlane sides[3];
 
-    /// A point is accepted when its computed weights are at least -kMeshEps. With u = 2^-53, S the
-    /// sum of the magnitudes of the two products in the determinant and K = sum |R_ij| W_j, R the
-    /// inverse of the edge matrix and W the summed edge extents, rounding takes a weight off its
-    /// true value by at most about 1.5 K u (4 S / |det| + 9), as long as that is below 1/2.
-    /// Accepted points thus have true weights of at least -slack and lie within 2 slack extents of
-    /// the bounding box. The constants leave a factor of two or more. Facets too thin for the bound
-    /// to hold reach everywhere.
-    Reach(int facet_, const Point& p0, const Point& p1, const Point& p2, const FacetEdges& edges,
-          const Point& origin, const Point& scale)
-        : facet(facet_), low(-kInfinity, -kInfinity), high(kInfinity, kInfinity) {
-        const auto& [e1, e2, det] = edges;
-        const double absDet = std::abs(det);
-        const Point extent(std::abs(e1.u) + std::abs(e2.u), std::abs(e1.v) + std::abs(e2.v));
-        const double condition = 2.0 * extent.u * extent.v / absDet;
-        const double products = std::abs(e1.u * e2.v) + std::abs(e2.u * e1.v);
-        const double rounding = condition * 0x1p-49 * (products / absDet + 3.0);
-        if (!(rounding < 0.25)) return;
-        const double slack = 2.0 * kMeshEps + 2.0 * rounding;
-        for (int k = 0; k < 2; ++k) {
-            const double margin = 4.0 * slack * extent[k];
-            const double least = (std::min)({p0[k], p1[k], p2[k]}) - margin;
-            const double most = (std::max)({p0[k], p1[k], p2[k]}) + margin;
-            low[k] = (least - origin[k]) * scale[k];
-            high[k] = (most - origin[k]) * scale[k];
+    Footprint(const FacetReach& reach, int cu, int cv, int count)
+        : u0(partCoordinate(reach.low.u, cu, count)),
+          u1(partCoordinate(reach.high.u, cu, count)),
+          v0(partCoordinate(reach.low.v, cv, count)),
+          v1(partCoordinate(reach.high.v, cv, count)) {
+        const double part = 1.0 / (count * kParts);
+        for (int i = 0; i < 3; ++i) {
+            const auto& [u, v, c] = reach.sides[i];
+            const double pu = u * part;
+            const double pv = v * part;
+            // What counts is the corner farthest inside, and a thousandth of a part beyond it:
+            // the outermost parts own the positions that leave the grid by up to kMeshEps.
+            const double farthest = (std::max)(pu, 0.0) + (std::max)(pv, 0.0);
+            const double margin = 1e-3 * (std::abs(pu) + std::abs(pv));
+            sides[i] = {pu, pv, c + u * cu + v * cv + farthest + margin};
+        }
+    }
+
+    double fineCells() const {
+        return (u1 / kParts - u0 / kParts + 1.0) * (v1 / kParts - v0 / kParts + 1.0);
+    }
+
+    bool touches(int u, int v) const {
+        bool all = true;
+        for (const auto& side : sides)
+            all &= side.u * u + side.v * v + side.c >= 0.0;
+        return all;
+    }
+
+    /// One bit for each part of fine cell (fu, fv) that the reach touches.
+    unsigned partsOf(int fu, int fv) const {
+        unsigned parts = 0;
+        const int lastU = (std::min)(u1, fu * kParts + kParts - 1);
+        const int lastV = (std::min)(v1, fv * kParts + kParts - 1);
+        for (int u = (std::max)(u0, fu * kParts); u <= lastU; ++u) {
+            for (int v = (std::max)(v0, fv * kParts); v <= lastV; ++v) {
+                const unsigned bit = 1U << (u % kParts * kParts + v % kParts);
+                parts |= touches(u, v) ? bit : 0U;
+            }
+        }
+        return parts;
+    }
+
+    /// Calls visit(fine cell, parts) for the fine cells that the reach touches, of count x count.
+    template <typename Visit>
+    void forEachFineCell(int count, Visit visit) const {
+        for (int fu = u0 / kParts; fu <= u1 / kParts; ++fu) {
+            for (int fv = v0 / kParts; fv <= v1 / kParts; ++fv) {
+                const unsigned parts = partsOf(fu, fv);
+                if (parts != 0) visit(at(fu * count + fv), parts);
+            }
         }
     }
 };
@@ -57,11 +114,14 @@ struct FacetIndex::Reach {
 FacetIndex::FacetIndex(const std::vector<std::vector<int>>& cells, int cellsV,
                        const std::vector<Point>& params, const std::vector<int>& facets,
                        const Point& origin, const Point& scale) {
-    const std::size_t facetCount = facets.size() / 3;
-    const bool small = facetCount <= kSmallMesh;
-    if (small) prepared_.resize(facetCount);
-    std::vector<Reach> reaches;
+    std::size_t fineCells = 0;
+    for (const std::vector<int>& list : cells) {
+        const std::size_t count = at(fineCellsPerAxis(list.size()));
+        fineCells += count * count;
+    }
+    cells_.reserve(fineCells);
     divisions_.reserve(cells.size());
+    std::vector<FacetReach> reaches;
     for (const std::vector<int>& list : cells) {
         reaches.clear();
         for (const int f : list) {
@@ -70,63 +130,54 @@ FacetIndex::FacetIndex(const std::vector<std::vector<int>>& cells, int cellsV,
             const Point& p1 = params[at(corner[1])];
             const Point& p2 = params[at(corner[2])];
             const FacetEdges edges(p0, p1, p2);
-            if (edges.isDegenerate()) continue;
-            reaches.emplace_back(f, p0, p1, p2, edges, origin, scale);
-            if (small) {
-                prepared_[at(f)] = {FacetFrame(p0, edges), {corner[0], corner[1], corner[2]}};
-            }
+            if (!edges.isDegenerate()) reaches.emplace_back(f, p0, p1, p2, edges, origin, scale);
         }
         const int cell = static_cast<int>(divisions_.size());
-        divisions_.push_back(divide(reaches, cell / cellsV, cell % cellsV,
-                                    small ? kFineCellsSmall : kFineCellsLarge));
+        divide(reaches, cell / cellsV, cell % cellsV, facets);
     }
-    starts_.shrink_to_fit();
-    entries_.shrink_to_fit();
+    listed_.shrink_to_fit();
 }
 
-FacetIndex::Division FacetIndex::divide(const std::vector<Reach>& reaches, int cu, int cv,
-                                        double fineCellsPerFacet) {
-    struct Range {
-        int u0, u1, v0, v1;
-    };
-    const auto rangeOf = [cu, cv](const Reach& reach, int count) {
-        return Range{
-            fineCoordinate(reach.low.u, cu, count), fineCoordinate(reach.high.u, cu, count),
-            fineCoordinate(reach.low.v, cv, count), fineCoordinate(reach.high.v, cv, count)};
-    };
-    const double fineCells = fineCellsPerFacet * static_cast<double>(reaches.size());
-    Division division = {static_cast<std::uint32_t>(starts_.size()),
-                         (std::max)(1, static_cast<int>(std::sqrt(fineCells)))};
-    // Facets much larger than a fine cell would fill the index: fewer, larger cells keep it linear.
-    for (; division.count > 1; division.count /= 2) {
-        double entries = 0.0;
-        for (const Reach& reach : reaches) {
-            const Range r = rangeOf(reach, division.count);
-            entries += static_cast<double>(r.u1 - r.u0 + 1) * (r.v1 - r.v0 + 1);
-        }
-        if (entries <= kMaxEntries * fineCells) break;
-    }
+int FacetIndex::fineCellsPerAxis(std::size_t facets) {
+    return (std::max)(1, static_cast<int>(std::sqrt(kFineCells * static_cast<double>(facets))));
+}
 
-    const int count = division.count;
+void FacetIndex::divide(const std::vector<FacetReach>& reaches, int cu, int cv,
+                        const std::vector<int>& facets) {
+    int count = fineCellsPerAxis(reaches.size());
+    // Facets much larger than a fine cell would fill the index: fewer, larger cells keep it linear.
+    for (; count > 1; count /= 2) {
+        double entries = 0.0;
+        for (const FacetReach& reach : reaches)
+            entries += Footprint(reach, cu, cv, count).fineCells();
+        if (entries <= kMaxEntries * kFineCells * static_cast<double>(reaches.size())) break;
+    }
+    const std::size_t start = cells_.size();
+    divisions_.push_back({static_cast<std::uint32_t>(start), count});
+    cells_.resize(start + at(count) * at(count));
+    FacetCell* fineCells = &cells_[start];
     const auto forEachEntry = [&](auto&& visit) {
-        for (const Reach& reach : reaches) {
-            const Range r = rangeOf(reach, count);
-            for (int fu = r.u0; fu <= r.u1; ++fu) {
-                for (int fv = r.v0; fv <= r.v1; ++fv)
-                    visit(at(fu * count + fv), reach.facet);
-            }
+        for (const FacetReach& reach : reaches) {
+            Footprint(reach, cu, cv, count)
+                .forEachFineCell(
+                    count, [&](std::size_t i, unsigned parts) { visit(i, reach.facet, parts); });
         }
     };
-    std::vector<std::uint32_t> next(at(count * count), 0);
-    forEachEntry([&next](std::size_t fine, int) { ++next[fine]; });
-    auto total = static_cast<std::uint32_t>(entries_.size());
-    for (std::uint32_t& n : next) {
-        starts_.push_back(total);
-        total += n;
-        n = starts_.back();
+
+    std::vector<Fill> fills(at(count) * at(count));
+    forEachEntry([&](std::size_t i, int facet, unsigned parts) {
+        enter(&facets[3 * at(facet)], parts, fineCells[i], fills[i]);
+    });
+
+    const std::size_t listedBefore = listed_.size();
+    for (std::size_t i = 0; i < fills.size(); ++i) {
+        if (!fills[i].isListed) continue;
+        fineCells[i] = FacetCell();
+        fineCells[i].vertices[0] = fineCells[i].vertices[1] = static_cast<int>(listed_.size());
+        listed_.resize(listed_.size() + at(fills[i].facets));
     }
-    starts_.push_back(total);
-    entries_.resize(total);
-    forEachEntry([this, &next](std::size_t fine, int facet) { entries_[next[fine]++] = facet; });
-    return division;
+    if (listed_.size() == listedBefore) return;
+    forEachEntry([&](std::size_t i, int facet, unsigned) {
+        if (fills[i].isListed) listed_[at(fineCells[i].vertices[1]++)] = facet;
+    });
 }

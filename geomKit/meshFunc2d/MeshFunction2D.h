@@ -17,6 +17,8 @@
 
 class ChainTree;
 class FacetIndex;
+struct FacetCell;
+struct FacetPlace;
 struct FacetWeights;
 
 /// Maps points of a 2D parameter plane to 2D values and to one float, linearly in each triangle of
@@ -141,10 +143,13 @@ public:
 
 private:
     void fillCells();
-    void prefetchCandidates(const std::uint32_t* const* found, std::size_t count) const;
-    const std::uint32_t* locate(const Point& p) const;
-    bool evaluateFound(const std::uint32_t* found, const Point& p, Point* outValue,
-                       float* outFloat) const;
+    FacetPlace locate(const Point& p) const;
+    std::size_t evaluateBatch(const Point* points, std::size_t count, Point* outValues,
+                              float* outFloats, bool* outFound) const;
+    bool evaluateListed(const FacetCell& cell, const Point& p, Point* outValue,
+                        float* outFloat) const;
+    void blend(const FacetCell& cell, unsigned f, const FacetWeights& weights, Point* outValue,
+               float* outFloat) const;
     void blend(const int* corner, const FacetWeights& weights, Point* outValue,
                float* outFloat) const;
     std::size_t cellIndex(int cu, int cv) const {
