@@ -1,6 +1,7 @@
 // Cubic roots against the plain form, GSL and Boost.Math (where it has cubic_roots, from 1.80 on).
 // The label of each run is its worst root error: the largest distance from a true root to the
-// nearest root found. The coefficients are products of short dyadic numbers and so exact.
+// nearest root found. The coefficients of most sets are products of short dyadic numbers and so
+// exact. Roots like those lie on the points that halving meets; those of the uniform set do not.
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -65,6 +66,12 @@ Cubic falling(InputSource& in) {
     for (double& c : cubic.coefficients)
         c = -c;
     return cubic;
+}
+
+Cubic uniform(InputSource& in) {
+    const double p = in.uniform(-8.0, 8.0);
+    const double q = in.uniform(-8.0, 8.0);
+    return fromRoots(in.index(2) == 0 ? 1.0 : -1.0, p, q, in.uniform(-8.0, 8.0));
 }
 
 using Draw = Cubic (*)(InputSource&);
@@ -146,7 +153,8 @@ const bool kRegistered = [] {
     const std::pair<const char*, Draw> sets[] = {{"cubicThreeReal", threeReal},
                                                  {"cubicOneReal", oneReal},
                                                  {"cubicNearDouble", nearDouble},
-                                                 {"cubicFalling", falling}};
+                                                 {"cubicFalling", falling},
+                                                 {"cubicUniform", uniform}};
     const std::pair<const char*, Solve> solvers[] = {
         {"geomKit", solveGeomKit},
         {"literal", solveLiteral},

@@ -75,7 +75,9 @@ struct FacetIndex::Footprint {
     }
 
     double fineCells() const {
-        return (u1 / kParts - u0 / kParts + 1.0) * (v1 / kParts - v0 / kParts + 1.0);
+        const int rows = u1 / kParts - u0 / kParts + 1;
+        const int columns = v1 / kParts - v0 / kParts + 1;
+        return static_cast<double>(rows) * columns;
     }
 
     bool touches(int u, int v) const {
