@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -6,14 +5,12 @@
 #include <regex>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include <geomKit/debugDraw/gkFuncBinder.h>
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
 
 #include "examples/gallery/SvgSink.h"
-#include "examples/gallery/contours.h"
 #include "examples/gallery/pictures.h"
 
 namespace gallery {
@@ -103,36 +100,6 @@ TEST(SvgSink, WritesWhatComesThroughTheHooksWhileItLives) {
     EXPECT_EQ(paths,
               "M3.00 4.00L5.00 6.00\nM7.00 8.00\nM10.00 20.00L40.00 20.00\n"
               "M40.00 20.00L31.00 23.60L31.00 16.40Z\n");
-}
-
-TEST(Contours, FollowTheLevelAndClose) {
-    const Vector3 low(-2.0, -2.0, 0.0);
-    const Vector3 high(2.0, 2.0, 0.0);
-    const auto circle = [](const Vector3& p) { return p.length() - 1.3; };
-    const auto closed = contours(circle, low, high, 80, 80, 0.0);
-    ASSERT_EQ(closed.size(), 1U);
-    EXPECT_EQ(closed[0].front(), closed[0].back());
-    double length = 0.0;
-    for (std::size_t i = 0; i < closed[0].size(); ++i) {
-        EXPECT_NEAR(closed[0][i].length(), 1.3, 1e-3);
-        if (i > 0) length += (closed[0][i] - closed[0][i - 1]).length();
-    }
-    EXPECT_NEAR(length, 2.0 * 3.141592653589793 * 1.3, 1e-2);
-
-    // Both branches of a hyperbola; through the saddle itself when the level is its value.
-    const auto saddle = [](const Vector3& p) { return p.x * p.y; };
-    for (const double level : {0.5, -0.5, 0.0}) {
-        const auto open = contours(saddle, low, high, 41, 41, level);
-        EXPECT_EQ(open.size(), 2U) << level;
-        for (const auto& curve : open) {
-            for (const Vector3& p : curve)
-                EXPECT_NEAR(saddle(p), level, 1e-2);
-            for (const Vector3& end : {curve.front(), curve.back()}) {
-                EXPECT_EQ(std::max(std::abs(end.x), std::abs(end.y)), 2.0);
-            }
-        }
-    }
-    EXPECT_TRUE(contours(circle, low, high, 8, 8, 5.0).empty());
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include <cmath>
-#include <fstream>
 #include <map>
 
 #include <geomKit/vAlgebra/vectorUtils.h>
@@ -103,32 +102,6 @@ TEST(Teapot, theBodyIsClosedButForItsOpeningAndFacesOutwards) {
     }
     EXPECT_LE(std::abs(sum.x) + std::abs(sum.y), 1e-9);
     EXPECT_NEAR(sum.z, -M_PI * 1.4 * 1.4, 0.02 * M_PI * 1.4 * 1.4);
-}
-
-TEST(Teapot, nothingOfTheSpoutIsLeftInsideTheBody) {
-    std::string error;
-    const auto teapot = loadTeapot(GEOMKIT_TEAPOT_FILE, 8.0, &error);
-    ASSERT_TRUE(teapot) << error;
-    // At this height the body is a circle whose radius is between 1.98 and 2.02.
-    int outside = 0;
-    for (const Vector3& p : teapot->positions) {
-        if (p.z < 0.85 || p.z > 1.2 || p.x < 0.0) continue;
-        EXPECT_GT(p.x * p.x + p.y * p.y, 1.9 * 1.9);
-        if (p.x > 2.1) ++outside;
-    }
-    EXPECT_GT(outside, 20);
-}
-
-TEST(LoadPatches, saysWhichLineIsWrong) {
-    const std::string path = testing::TempDir() + "geomkit_patches.txt";
-    for (const char* text :
-         {"point 1 2\n", "points 1 2 3\n", "point 1 2 3\npatch a 0 1 0 1 1 2\n", ""}) {
-        std::ofstream(path) << text;
-        std::string error;
-        EXPECT_FALSE(loadPatches(path, &error)) << text;
-        EXPECT_NE(error.find(path), std::string::npos) << text;
-    }
-    std::remove(path.c_str());
 }
 
 }  // namespace
