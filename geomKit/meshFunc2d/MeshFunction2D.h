@@ -17,9 +17,6 @@
 
 class ChainTree;
 class FacetIndex;
-struct FacetCell;
-struct FacetPlace;
-struct FacetWeights;
 
 /// Maps points of a 2D parameter plane to 2D values and to one float, linearly in each triangle of
 /// a mesh, and extends the map beyond the mesh.
@@ -143,15 +140,6 @@ public:
 
 private:
     void fillCells();
-    FacetPlace locate(const Point& p) const;
-    std::size_t evaluateBatch(const Point* points, std::size_t count, Point* outValues,
-                              float* outFloats, bool* outFound) const;
-    bool evaluateListed(const FacetCell& cell, const Point& p, Point* outValue,
-                        float* outFloat) const;
-    void blend(const FacetCell& cell, unsigned f, const FacetWeights& weights, Point* outValue,
-               float* outFloat) const;
-    void blend(const int* corner, const FacetWeights& weights, Point* outValue,
-               float* outFloat) const;
     std::size_t cellIndex(int cu, int cv) const {
         return static_cast<std::size_t>(cu) * static_cast<std::size_t>(cellCounts.v) +
                static_cast<std::size_t>(cv);

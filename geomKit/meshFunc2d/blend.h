@@ -1,0 +1,27 @@
+/// @file
+/// What a mesh function answers in a facet. Internal to mesh functions.
+#pragma once
+
+#include "geomKit/at.h"
+#include "geomKit/meshFunc2d/MeshFunction2D.h"
+#include "geomKit/meshFunc2d/barycentric.h"
+
+/// Blends the data of three vertices. Either output may be null.
+inline void blend(const MeshFunction2D& mesh, const int* corner, const FacetWeights& w,
+                  MeshFunction2D::Point* outValue, float* outFloat) {
+    const std::size_t i0 = at(corner[0]);
+    const std::size_t i1 = at(corner[1]);
+    const std::size_t i2 = at(corner[2]);
+    if (outValue != nullptr) {
+        *outValue = mesh.values[i1] * w.a + mesh.values[i2] * w.b + mesh.values[i0] * w.c;
+    }
+    if (outFloat == nullptr) return;
+    if (mesh.normaldots.size() < mesh.values.size()) {
+        *outFloat = -1.0f;
+        return;
+    }
+    auto f = static_cast<float>(mesh.normaldots[i1] * w.a);
+    f = static_cast<float>(mesh.normaldots[i2] * w.b + f);
+    f = static_cast<float>(mesh.normaldots[i0] * w.c + f);
+    *outFloat = f;
+}
