@@ -3,44 +3,23 @@
 // Triangles of about one size and any orientation lie along the lines, within a distance that gives
 // the asked share of hits. Each pass takes the next of many lines, so that no branch predictor
 // learns the outcomes.
-#include <CGAL/Simple_cartesian.h>
-#include <CGAL/intersections.h>
 #include <Eigen/Geometry>
 #include <benchmark/benchmark.h>
 #include <glm/glm.hpp>
 #define GLM_ENABLE_EXPERIMENTAL
 #include <cmath>
-#include <variant>
 #include <vector>
 
 #include <glm/gtx/intersect.hpp>
 
+#include "bench/queries/lineTriangleScene.h"
 #include "geomKit/queries/LineTriangleInt.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
 #include "tests/golden/Digest.h"
 
+namespace lineTriangle {
+
 namespace {
-
-constexpr int kTriangles = 16000;
-constexpr std::size_t kLines = 64;
-
-struct Triangle {
-    Vector3 a;
-    Vector3 b;
-    Vector3 c;
-};
-
-// Parallel lines.
-struct Scene {
-    std::vector<Vector3> starts;
-    UVector3 d;
-    std::vector<Triangle> triangles;
-};
-
-struct Answer {
-    int hits = 0;
-    double paramSum = 0.0;
-};
 
 Scene makeScene(double spread) {
     InputSource in(7);
@@ -73,6 +52,15 @@ Scene makeScene(double spread) {
     return scene;
 }
 
+int hitsOfAllLines(const Scene& scene) {
+    int hits = 0;
+    for (std::size_t line = 0; line < kLines; ++line)
+        hits += byGeomKit(scene, line).hits;
+    return hits;
+}
+
+}  // namespace
+
 Answer byGeomKit(const Scene& scene, std::size_t line) {
     const Vector3& p = scene.starts[line];
     Answer answer;
@@ -86,14 +74,6 @@ Answer byGeomKit(const Scene& scene, std::size_t line) {
     return answer;
 }
 
-int hitsOfAllLines(const Scene& scene) {
-    int hits = 0;
-    for (std::size_t line = 0; line < kLines; ++line)
-        hits += byGeomKit(scene, line).hits;
-    return hits;
-}
-
-// The scene with half the triangles hit, or one in a hundred.
 const Scene& sceneOf(int percent) {
     static const auto withShare = [](double share) {
         double lo = 0.0;
@@ -110,24 +90,11 @@ const Scene& sceneOf(int percent) {
     return percent == 50 ? half : hundredth;
 }
 
-template <typename Run>
-void measure(benchmark::State& state, Run run, bool withParams = true) {
-    const Scene& scene = sceneOf(static_cast<int>(state.range(0)));
-    for (std::size_t line = 0; line < kLines; ++line) {
-        const Answer answer = run(line);
-        const Answer expected = byGeomKit(scene, line);
-        const double paramError = withParams ? answer.paramSum - expected.paramSum : 0.0;
-        if (answer.hits != expected.hits || !(std::abs(paramError) <= 1e-6))
-            state.SkipWithError("peers disagree");
-    }
-    std::size_t line = 0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(run(line));
-        line = (line + 1) % kLines;
-    }
-    state.counters["share"] = hitsOfAllLines(scene) / double{kLines * kTriangles};
-    state.SetItemsProcessed(state.iterations() * kTriangles);
+double shareOfHits(const Scene& scene) {
+    return hitsOfAllLines(scene) / double{kLines * kTriangles};
 }
+
+namespace {
 
 void geomKit(benchmark::State& state) {
     const Scene& scene = sceneOf(static_cast<int>(state.range(0)));
@@ -206,56 +173,10 @@ void eigenMoellerTrumbore(benchmark::State& state) {
     });
 }
 
-using Kernel = CGAL::Simple_cartesian<double>;
-
-struct CgalScene {
-    std::vector<Kernel::Line_3> lines;
-    std::vector<Kernel::Triangle_3> triangles;
-};
-
-CgalScene cgalScene(const Scene& scene) {
-    const auto convert = [](const Vector3& v) { return Kernel::Point_3(v.x, v.y, v.z); };
-    CgalScene out;
-    for (const Vector3& p : scene.starts)
-        out.lines.emplace_back(convert(p), convert(p + scene.d));
-    for (const Triangle& t : scene.triangles)
-        out.triangles.emplace_back(convert(t.a), convert(t.b), convert(t.c));
-    return out;
-}
-
-void cgalDoIntersect(benchmark::State& state) {
-    const CgalScene scene = cgalScene(sceneOf(static_cast<int>(state.range(0))));
-    measure(
-        state,
-        [&](std::size_t line) {
-            Answer answer;
-            for (const Kernel::Triangle_3& t : scene.triangles)
-                answer.hits += CGAL::do_intersect(scene.lines[line], t);
-            return answer;
-        },
-        false);
-}
-
-void cgalIntersection(benchmark::State& state) {
-    const CgalScene scene = cgalScene(sceneOf(static_cast<int>(state.range(0))));
-    const Kernel::Vector_3 d = scene.lines[0].to_vector();
-    measure(state, [&](std::size_t line) {
-        Answer answer;
-        for (const Kernel::Triangle_3& t : scene.triangles) {
-            const auto hit = CGAL::intersection(scene.lines[line], t);
-            if (!hit) continue;
-            ++answer.hits;
-            if (const Kernel::Point_3* point = boost::get<Kernel::Point_3>(&*hit))
-                answer.paramSum += (*point - scene.lines[line].point(0)) * d;
-        }
-        return answer;
-    });
-}
-
 BENCHMARK(geomKit)->Name("LineTriangle/geomKit")->Arg(1)->Arg(50);
 BENCHMARK(glmRay)->Name("LineTriangle/GLM")->Arg(1)->Arg(50);
 BENCHMARK(eigenMoellerTrumbore)->Name("LineTriangle/EigenMoellerTrumbore")->Arg(1)->Arg(50);
-BENCHMARK(cgalDoIntersect)->Name("LineTriangle/CgalDoIntersect")->Arg(1)->Arg(50);
-BENCHMARK(cgalIntersection)->Name("LineTriangle/CgalIntersection")->Arg(1)->Arg(50);
 
 }  // namespace
+
+}  // namespace lineTriangle
