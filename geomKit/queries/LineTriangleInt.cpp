@@ -2,29 +2,31 @@
 
 #include "geomKit/queries/LinePlaneInt.h"
 
-void LineTriangleInt::iSolve(const Vector3& p, const UVector3& d, const Vector3& a,
-                             const Vector3& b, const Vector3& c, double tol) {
+LineTriangleInt LineTriangleInt::iSolve(const Vector3& p, const UVector3& d, const Vector3& a,
+                                        const Vector3& b, const Vector3& c, double tol) {
+    LineTriangleInt out;
     // Assigned through the base, so that the normal is normalised once and its failure is seen.
     UVector3 n;
     const Vector3 ab = b - a;
     const Vector3 ac = c - a;
     static_cast<Vector3&>(n) = ab % ac;
     if (!n.autoNormalize()) {
-        status = kDegenerate;
-        return;
+        out.status = kDegenerate;
+        return out;
     }
 
     const LinePlaneInt hit(p, d, a, n, tol);
     if (hit.status != LinePlaneInt::kHit) {
-        status = hit.status == LinePlaneInt::kInPlane ? kInPlane : kParallel;
-        return;
+        out.status = hit.status == LinePlaneInt::kInPlane ? kInPlane : kParallel;
+        return out;
     }
-    point = hit.point;
-    param = hit.param;
+    out.point = hit.point;
+    out.param = hit.param;
 
-    const Vector3 ax = point - a;
+    const Vector3 ax = out.point - a;
     const bool inB = (ax % ac) * n >= -tol;
     const bool inC = (ab % ax) * n >= -tol;
-    const bool inA = ((point - c) % (b - c)) * n >= -tol;
-    status = inA && inB && inC ? kHit : kMiss;
+    const bool inA = ((out.point - c) % (b - c)) * n >= -tol;
+    out.status = inA && inB && inC ? kHit : kMiss;
+    return out;
 }
