@@ -72,7 +72,7 @@ inline LineTriangleInt::LineTriangleInt(const Vector3& p, const UVector3& d, con
     const double distSq = vSq - h * h;
     // Beyond the largest radius is beyond each; the first is enough for most lines that are not.
     if (distSq > (g - a).lengthSq() + tol &&
-        distSq > std::max((g - b).lengthSq(), (g - c).lengthSq()) + tol) {
+        distSq > (std::max)((g - b).lengthSq(), (g - c).lengthSq()) + tol) {
         return;
     }
 
@@ -86,9 +86,9 @@ inline LineTriangleInt::LineTriangleInt(const Vector3& p, const UVector3& d, con
     const double wb = -(moment * ac);
     const double wa = det - wb - wc;
     // Without a branch for each edge: which one a line passes cannot be predicted.
-    const double lowest = std::min(std::min(wb, wc), wa);
-    const double highest = std::max(std::max(wb, wc), wa);
-    const double depth = std::max(lowest, -highest);
+    const double lowest = (std::min)((std::min)(wb, wc), wa);
+    const double highest = (std::max)((std::max)(wb, wc), wa);
+    const double depth = (std::max)(lowest, -highest);
 
     const double edgesSq = ab.lengthSq() + ac.lengthSq();
     const double sizeSq = p.lengthSq() + vSq + edgesSq;
