@@ -92,9 +92,9 @@ struct FacetIndex::Footprint {
         unsigned parts = 0;
         const int lastU = (std::min)(u1, fu * kParts + kParts - 1);
         const int lastV = (std::min)(v1, fv * kParts + kParts - 1);
-        for (int u = (std::max)(u0, fu * kParts); u <= lastU; ++u) {
-            for (int v = (std::max)(v0, fv * kParts); v <= lastV; ++v) {
-                const unsigned bit = 1U << (u % kParts * kParts + v % kParts);
+        for (int v = (std::max)(v0, fv * kParts); v <= lastV; ++v) {
+            for (int u = (std::max)(u0, fu * kParts); u <= lastU; ++u) {
+                const unsigned bit = 1U << (v % kParts * kParts + u % kParts);
                 parts |= touches(u, v) ? bit : 0U;
             }
         }
@@ -104,10 +104,10 @@ struct FacetIndex::Footprint {
     /// Calls visit(fine cell, parts) for the fine cells that the reach touches, of count x count.
     template <typename Visit>
     void forEachFineCell(int count, Visit visit) const {
-        for (int fu = u0 / kParts; fu <= u1 / kParts; ++fu) {
-            for (int fv = v0 / kParts; fv <= v1 / kParts; ++fv) {
+        for (int fv = v0 / kParts; fv <= v1 / kParts; ++fv) {
+            for (int fu = u0 / kParts; fu <= u1 / kParts; ++fu) {
                 const unsigned parts = partsOf(fu, fv);
-                if (parts != 0) visit(at(fu * count + fv), parts);
+                if (parts != 0) visit(at(fv * count + fu), parts);
             }
         }
     }

@@ -34,14 +34,15 @@ public:
                const std::vector<Point>& params, const std::vector<int>& facets,
                const Point& origin, const Point& scale);
 
-    /// Where position `x` in cell (cu, cv) = entry `cell` lies.
+    /// Where position `x` in cell (cu, cv) = entry `cell` lies. Fine cells follow each other along
+    /// u, the rows of a picture, which lets the memory run ahead of a raster.
     FacetPlace find(const Point& x, int cu, int cv, std::size_t cell) const {
         const Division& division = divisions_[cell];
         constexpr unsigned kParts = FacetCell::kPartsPerAxis;
         const auto pu = static_cast<unsigned>(partCoordinate(x.u, cu, division.count));
         const auto pv = static_cast<unsigned>(partCoordinate(x.v, cv, division.count));
-        const unsigned fine = (pu / kParts) * static_cast<unsigned>(division.count) + pv / kParts;
-        return {&cells_[division.start + fine], (pu % kParts) * kParts + pv % kParts};
+        const unsigned fine = (pv / kParts) * static_cast<unsigned>(division.count) + pu / kParts;
+        return {&cells_[division.start + fine], (pv % kParts) * kParts + pu % kParts};
     }
 
     /// The facets, by number, of a cell that cannot hold its own.
