@@ -56,12 +56,12 @@ struct FacetIndex::Footprint {
     /// Where a part may be touched, by its lower corner.
     FacetReach::HalfPlane sides[3];
 
-    Footprint(const FacetReach& reach, int cu, int cv, int count)
-        : u0(partCoordinate(reach.low.u, cu, count)),
-          u1(partCoordinate(reach.high.u, cu, count)),
-          v0(partCoordinate(reach.low.v, cv, count)),
-          v1(partCoordinate(reach.high.v, cv, count)) {
-        const double part = 1.0 / (count * kParts);
+    Footprint(const FacetReach& reach, int cu, int cv, const CellDivision& division)
+        : u0(division.partCoordinate(reach.low.u, cu)),
+          u1(division.partCoordinate(reach.high.u, cu)),
+          v0(division.partCoordinate(reach.low.v, cv)),
+          v1(division.partCoordinate(reach.high.v, cv)) {
+        const double part = 1.0 / (division.count * kParts);
         for (int i = 0; i < 3; ++i) {
             const auto& [u, v, c] = reach.sides[i];
             const double pu = u * part;
@@ -146,21 +146,22 @@ int FacetIndex::fineCellsPerAxis(std::size_t facets) {
 
 void FacetIndex::divide(const std::vector<FacetReach>& reaches, int cu, int cv,
                         const std::vector<int>& facets) {
-    int count = fineCellsPerAxis(reaches.size());
+    const std::size_t start = cells_.size();
+    CellDivision division = {static_cast<std::uint32_t>(start), fineCellsPerAxis(reaches.size())};
     // Facets much larger than a fine cell would fill the index: fewer, larger cells keep it linear.
-    for (; count > 1; count /= 2) {
+    for (; division.count > 1; division.count /= 2) {
         double entries = 0.0;
         for (const FacetReach& reach : reaches)
-            entries += Footprint(reach, cu, cv, count).fineCells();
+            entries += Footprint(reach, cu, cv, division).fineCells();
         if (entries <= kMaxEntries * kFineCells * static_cast<double>(reaches.size())) break;
     }
-    const std::size_t start = cells_.size();
-    divisions_.push_back({static_cast<std::uint32_t>(start), count});
+    divisions_.push_back(division);
+    const int count = division.count;
     cells_.resize(start + at(count) * at(count));
     FacetCell* fineCells = &cells_[start];
     const auto forEachEntry = [&](auto&& visit) {
         for (const FacetReach& reach : reaches) {
-            Footprint(reach, cu, cv, count)
+            Footprint(reach, cu, cv, division)
                 .forEachFineCell(
                     count, [&](std::size_t i, unsigned parts) { visit(i, reach.facet, parts); });
         }

@@ -2,7 +2,6 @@
 /// A finer grid below the cells of a mesh function's location grid. Internal to mesh functions.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -10,7 +9,21 @@
 #include "geomKit/meshFunc2d/FacetCell.h"
 #include "geomKit/meshFunc2d/FacetReach.h"
 #include "geomKit/meshFunc2d/barycentric.h"
+#include "geomKit/meshFunc2d/cellCoordinate.h"
 #include "geomKit/meshFunc2d/vect2.h"
+
+/// The fine cells of a cell: the number of the first, and how many there are along an axis.
+struct CellDivision {
+    std::uint32_t start = 0;
+    int count = 1;
+
+    /// In parts of fine cells from the start of the cell, for position `x` in it. Monotonic in `x`,
+    /// which is all that the index relies on.
+    int partCoordinate(double x, int cell) const {
+        const int parts = count * FacetCell::kPartsPerAxis;
+        return clampedCellCoordinate((x - cell) * parts, parts);
+    }
+};
 
 /// Where a position lies: a part of a fine cell, or nowhere.
 struct FacetPlace {
@@ -34,13 +47,14 @@ public:
                const std::vector<Point>& params, const std::vector<int>& facets,
                const Point& origin, const Point& scale);
 
-    /// Where position `x` in cell (cu, cv) = entry `cell` lies. Fine cells follow each other along
-    /// u, the rows of a picture, which lets the memory run ahead of a raster.
-    FacetPlace find(const Point& x, int cu, int cv, std::size_t cell) const {
-        const Division& division = divisions_[cell];
+    const CellDivision& division(std::size_t cell) const { return divisions_[cell]; }
+
+    /// The place at the coordinates of a part. Fine cells follow each other along u, the rows of a
+    /// picture, which lets the memory run ahead of a raster.
+    FacetPlace place(const CellDivision& division, int partU, int partV) const {
         constexpr unsigned kParts = FacetCell::kPartsPerAxis;
-        const auto pu = static_cast<unsigned>(partCoordinate(x.u, cu, division.count));
-        const auto pv = static_cast<unsigned>(partCoordinate(x.v, cv, division.count));
+        const auto pu = static_cast<unsigned>(partU);
+        const auto pv = static_cast<unsigned>(partV);
         const unsigned fine = (pv / kParts) * static_cast<unsigned>(division.count) + pu / kParts;
         return {&cells_[division.start + fine], (pv % kParts) * kParts + pu % kParts};
     }
@@ -50,26 +64,13 @@ public:
     const int* end(const FacetCell& listed) const { return listed_.data() + listed.vertices[1]; }
 
 private:
-    struct Division {
-        std::uint32_t start = 0;
-        int count = 1;
-    };
     struct Footprint;
-
-    /// In parts of fine cells from the start of a cell. Monotonic in `x`, which is all that the
-    /// index relies on.
-    static int partCoordinate(double x, int cell, int fineCells) {
-        const int count = fineCells * FacetCell::kPartsPerAxis;
-        // In this order 0 stands for NaN too.
-        const double t = (std::max)(0.0, (x - cell) * count);
-        return static_cast<int>((std::min)(t, count - 1.0));
-    }
 
     static int fineCellsPerAxis(std::size_t facets);
     void divide(const std::vector<FacetReach>& reaches, int cu, int cv,
                 const std::vector<int>& facets);
 
-    std::vector<Division> divisions_;
+    std::vector<CellDivision> divisions_;
     std::vector<FacetCell> cells_;
     /// Facet numbers, for cells that cannot hold theirs.
     std::vector<int> listed_;

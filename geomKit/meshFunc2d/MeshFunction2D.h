@@ -102,9 +102,9 @@ public:
     /// nothing. Either output may be null.
     bool evaluate(const Point& p, Point* outValue, float* outFloat) const;
 
-    /// `evaluate` of `count` points, each answer the same to the bit; quicker on large meshes, for
-    /// the memory accesses of several points overlap. Returns how many succeeded. Every output may
-    /// be null; values and floats of points that failed are left untouched.
+    /// `evaluate` of `count` points, each answer the same to the bit; quicker, because several
+    /// points share the vector registers and wait for memory together. Returns how many succeeded.
+    /// Every output may be null; values and floats of points that failed are left untouched.
     std::size_t evaluate(const Point* points, std::size_t count, Point* outValues, float* outFloats,
                          bool* outFound) const;
 

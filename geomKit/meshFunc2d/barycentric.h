@@ -47,7 +47,8 @@ struct FacetFrame {
     double r11 = 0.0;
 
     FacetFrame() = default;
-    FacetFrame(const Point& origin, const FacetEdges& edges) : p0(origin) {
+    /// By components: loops that copy points whole are not vectorised.
+    FacetFrame(const Point& origin, const FacetEdges& edges) : p0(origin.u, origin.v) {
         const double r = 1.0 / edges.det;
         r00 = edges.e2.v * r;
         r01 = -edges.e2.u * r;

@@ -1,15 +1,22 @@
 /// @file
-/// From a position in the location grid to a cell. Internal to mesh functions.
+/// From a position in a grid to a cell. Internal to mesh functions.
 #pragma once
+
+#include <algorithm>
 
 /// The tolerance of mesh functions: on barycentric weights, on determinants in parameter units
 /// squared, on positions in cell units, and on lengths.
 inline constexpr double kMeshEps = 1e-8;
 
 /// The cell of position `x`, in cell units and finite, along an axis of `n` cells. Positions beyond
-/// the ends belong to the end cells.
+/// the ends belong to the end cells. A single query waits for it: predicted branches are quickest.
 inline int cellCoordinate(double x, int n) {
     if (x > n - kMeshEps) return n - 1;
     if (x < kMeshEps) return 0;
     return static_cast<int>(x);
+}
+
+/// The same for any `x`, NaN as 0, without branches: for loops over many positions.
+inline int clampedCellCoordinate(double x, int n) {
+    return static_cast<int>((std::min)((std::max)(0.0, x), n - 1.0));
 }
