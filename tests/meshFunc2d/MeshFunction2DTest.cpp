@@ -20,7 +20,7 @@ Answer evaluatedByList(const MeshFunction2D& f, const Point& p) {
     return {};
 }
 
-/// Points where location goes wrong first: vertices, edges, cell borders, the rim, far away.
+/// Points where location goes wrong first: vertices, edges, cell borders, the rim, not finite.
 std::vector<Point> probes(const TestMesh& mesh, const MeshFunction2D& f, int count) {
     InputSource in(99);
     std::vector<Point> points;
@@ -37,9 +37,10 @@ std::vector<Point> probes(const TestMesh& mesh, const MeshFunction2D& f, int cou
         const Point within(f.boxMin.u + s * d.u, f.boxMin.v + t * d.v);
         const Point border(f.boxMin.u + in.index(21) / f.cellScale.u, within.v);
         const Point crossing(border.u, f.boxMin.v + in.index(21) / f.cellScale.v);
+        const Point wild(i % 12 < 6 ? kNaN : kInfinity, within.v);
         const Point kinds[] = {
             a,      (a + b) * 0.5, a + (b - a) * (s * 1e-7), i % 12 < 6 ? border : crossing,
-            within, within};
+            within, wild};
         points.push_back(kinds[i % 6]);
     }
     return points;
