@@ -13,7 +13,7 @@ namespace {
 using Point = MeshFunction2D::Point;
 
 /// Points that go together, so that their memory accesses overlap.
-constexpr std::size_t kBatch = 32;
+constexpr std::size_t kBatch = 64;
 /// Candidates of each whose data are fetched ahead: few points need more.
 constexpr int kPrefetched = 2;
 /// The data of up to this many vertices need not be fetched ahead.
