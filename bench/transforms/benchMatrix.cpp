@@ -149,13 +149,13 @@ void inverse(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kCount));
 }
 
-BENCHMARK(product<GeomKit>);
-BENCHMARK(product<EigenAffine>);
-BENCHMARK(product<Glm>);
-BENCHMARK(product<ImathRows>);
-BENCHMARK(inverse<GeomKit>);
-BENCHMARK(inverse<EigenAffine>);
-BENCHMARK(inverse<Glm>);
-BENCHMARK(inverse<ImathRows>);
+BENCHMARK(product<GeomKit>)->Name("4x4 product/geomKit");
+BENCHMARK(product<EigenAffine>)->Name("4x4 product/Eigen");
+BENCHMARK(product<Glm>)->Name("4x4 product/GLM");
+BENCHMARK(product<ImathRows>)->Name("4x4 product/Imath");
+BENCHMARK(inverse<GeomKit>)->Name("affine inverse/geomKit");
+BENCHMARK(inverse<EigenAffine>)->Name("affine inverse/Eigen");
+BENCHMARK(inverse<Glm>)->Name("affine inverse/GLM");
+BENCHMARK(inverse<ImathRows>)->Name("affine inverse/Imath");
 
 }  // namespace

@@ -276,20 +276,21 @@ void normals(benchmark::State& state) {
     run<Skinner>(state, true, true);
 }
 
-void traffic(benchmark::State& state) {
-    run<Traffic>(state, state.range(0) != 0, false);
+void traffic(benchmark::State& state, bool withNormals) {
+    run<Traffic>(state, withNormals, false);
 }
 
-BENCHMARK(points<GeomKit>);
-BENCHMARK(points<OneByOne>);
-BENCHMARK(points<PlainLoop>);
-BENCHMARK(points<EigenAffine>);
-BENCHMARK(points<Glm>);
-BENCHMARK(normals<GeomKit>);
-BENCHMARK(normals<OneByOne>);
-BENCHMARK(normals<PlainLoop>);
-BENCHMARK(normals<EigenAffine>);
-BENCHMARK(normals<Glm>);
-BENCHMARK(traffic)->ArgName("normals")->Arg(0)->Arg(1);
+BENCHMARK(points<GeomKit>)->Name("skin points/geomKit");
+BENCHMARK(points<OneByOne>)->Name("skin points/geomKit, one by one");
+BENCHMARK(points<PlainLoop>)->Name("skin points/plain loop");
+BENCHMARK(points<EigenAffine>)->Name("skin points/Eigen");
+BENCHMARK(points<Glm>)->Name("skin points/GLM");
+BENCHMARK(normals<GeomKit>)->Name("skin points and normals/geomKit");
+BENCHMARK(normals<OneByOne>)->Name("skin points and normals/geomKit, one by one");
+BENCHMARK(normals<PlainLoop>)->Name("skin points and normals/plain loop");
+BENCHMARK(normals<EigenAffine>)->Name("skin points and normals/Eigen");
+BENCHMARK(normals<Glm>)->Name("skin points and normals/GLM");
+BENCHMARK_CAPTURE(traffic, points, false)->Name("skin points/traffic");
+BENCHMARK_CAPTURE(traffic, normals, true)->Name("skin points and normals/traffic");
 
 }  // namespace
