@@ -64,8 +64,6 @@ public:
     const int* end(const FacetCell& listed) const { return listed_.data() + listed.vertices[1]; }
 
 private:
-    struct Footprint;
-
     static int fineCellsPerAxis(std::size_t facets);
     void divide(const std::vector<FacetReach>& reaches, int cu, int cv,
                 const std::vector<int>& facets);

@@ -1,0 +1,41 @@
+#include "geomKit/meshFunc2d/FacetOverlaps.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "geomKit/WideCall.h"
+
+void FacetOverlaps::setSides(const FacetReach& reach) {
+    const double part = 1.0 / (division_.count * kParts);
+    for (int i = 0; i < 3; ++i) {
+        const auto& [u, v, c] = reach.sides[i];
+        const double pu = u * part;
+        const double pv = v * part;
+        // What counts is the corner farthest inside, and a thousandth of a part beyond it: the
+        // outermost parts own the positions that leave the grid by up to kMeshEps.
+        const double farthest = (std::max)(pu, 0.0) + (std::max)(pv, 0.0);
+        const double margin = 1e-3 * (std::abs(pu) + std::abs(pv));
+        sides_[i] = {pu, pv, c + u * cu_ + v * cv_ + farthest + margin};
+    }
+}
+
+GEOMKIT_INLINE_KERNEL void FacetOverlaps::chooseTouchedKernel(FacetOverlaps* overlaps) {
+    const auto& u = overlaps->u_;
+    const auto& v = overlaps->v_;
+    const auto& c = overlaps->c_;
+    for (int part = 0; part < kParts * kParts; ++part) {
+        const double pu = part % kParts;
+        const double pv = part / kParts;
+        const std::int64_t others = ~(std::int64_t(1) << part);
+        for (std::size_t j = 0; j < overlaps->count_; ++j) {
+            const int isTouched = static_cast<int>(u[0][j] * pu + v[0][j] * pv + c[0][j] >= 0.0) &
+                                  static_cast<int>(u[1][j] * pu + v[1][j] * pv + c[1][j] >= 0.0) &
+                                  static_cast<int>(u[2][j] * pu + v[2][j] * pv + c[2][j] >= 0.0);
+            overlaps->parts_[j] &= isTouched != 0 ? std::int64_t(-1) : others;
+        }
+    }
+}
+
+void FacetOverlaps::chooseTouched() {
+    callWide<chooseTouchedKernel>(this);
+}
