@@ -1,4 +1,5 @@
 // The examples of docs/mesh-function.md.
+#include <memory>
 #include <vector>
 
 #include "geomKit/geomKit.h"
@@ -27,8 +28,8 @@ int main() {
     int continued = 0;
     const auto paint = [&](int, int, Point, float) { ++painted; };
     const auto paintPale = [&](int, int, Point) { ++continued; };
-    const int width = 120;
-    const int height = 100;
+    constexpr int width = 120;
+    constexpr int height = 100;
 
     const MeshFunction2D picture(pixels, uvs, facets, cosines);
     for (int y = 0; y < height; ++y) {
@@ -44,6 +45,17 @@ int main() {
         }
     }
 
+    std::size_t covered = 0;
+    std::vector<Point> centres;
+    std::vector<Point> answers(width);
+    const auto found = std::make_unique<bool[]>(width);
+    for (int y = 0; y < height; ++y) {
+        centres.clear();
+        for (int x = 0; x < width; ++x)
+            centres.emplace_back(x + 0.5, y + 0.5);
+        covered += picture.evaluate(centres.data(), width, answers.data(), nullptr, found.get());
+    }
+
     gkFuncBinder::registerDrawPoint(&countPoint);
     gkFuncBinder::registerDrawPoints(&countPoints);
     int colour = 0;
@@ -52,5 +64,6 @@ int main() {
         ++colour;
     }
 
-    return painted == 100 * 100 && continued == 20 * 100 && pointsDrawn == 5 ? 0 : 1;
+    const bool isRowRight = covered == 100 * 100 && found[99] && !found[100];
+    return painted == 100 * 100 && continued == 20 * 100 && isRowRight && pointsDrawn == 5 ? 0 : 1;
 }
