@@ -24,8 +24,9 @@ GEOMKIT_INLINE_KERNEL void FacetOverlaps::chooseTouchedKernel(FacetOverlaps* ove
     const auto& v = overlaps->v_;
     const auto& c = overlaps->c_;
     for (int part = 0; part < kParts * kParts; ++part) {
+        const int row = part / kParts;
         const double pu = part % kParts;
-        const double pv = part / kParts;
+        const double pv = row;
         const std::int64_t others = ~(std::int64_t(1) << part);
         for (std::size_t j = 0; j < overlaps->count_; ++j) {
             const int isTouched = static_cast<int>(u[0][j] * pu + v[0][j] * pv + c[0][j] >= 0.0) &
