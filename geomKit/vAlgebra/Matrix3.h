@@ -134,8 +134,12 @@ inline Matrix3 Matrix3::operator*(const Matrix3& b) const {
 }
 
 inline Vector3 Matrix3::operator*(const Vector3& v) const {
-    return {m_[0] * v.x + m_[1] * v.y + m_[2] * v.z, m_[3] * v.x + m_[4] * v.y + m_[5] * v.z,
-            m_[6] * v.x + m_[7] * v.y + m_[8] * v.z};
+    // All products before the sums: they lie as the elements do, which vectorises best.
+    const double factors[3] = {v.x, v.y, v.z};
+    double p[9];
+    for (int i = 0; i < 9; ++i)
+        p[i] = m_[i] * factors[i % 3];
+    return {p[0] + p[1] + p[2], p[3] + p[4] + p[5], p[6] + p[7] + p[8]};
 }
 
 inline Matrix3 Matrix3::operator*(double s) const {
