@@ -16,8 +16,7 @@ FacetPlace locate(const MeshFunction2D& mesh, const FacetIndex& index, const Poi
     int cell[2];
     for (int k = 0; k < 2; ++k) {
         x[k] = (p[k] - mesh.boxMin[k]) * mesh.cellScale[k];
-        // Written so that NaN is outside too.
-        if (!(x[k] >= -kMeshEps && x[k] <= counts[k] + kMeshEps)) return {};
+        if (!isInGrid(x[k], counts[k])) return {};
         cell[k] = cellCoordinate(x[k], counts[k]);
     }
     const CellDivision& division = index.division(at(cell[0] * counts.v + cell[1]));
@@ -47,8 +46,7 @@ bool MeshFunction2D::evaluate(const Point& p, Point* outValue, float* outFloat) 
         const unsigned f = lowestBit(rest);
         const FacetWeights weights = cell.frame(f, params.data()).weightsAt(p);
         if (weights.isOutside()) continue;
-        const int corner[3] = {cell.vertex(f, 0), cell.vertex(f, 1), cell.vertex(f, 2)};
-        blend(*this, corner, weights, outValue, outFloat);
+        blend(*this, cell, f, weights, outValue, outFloat);
         return true;
     }
     return false;

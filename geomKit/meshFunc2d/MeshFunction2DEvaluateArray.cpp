@@ -66,9 +66,7 @@ GEOMKIT_INLINE_KERNEL void placeInGrid(const MeshFunction2D& mesh, const Point* 
         const int cells = mesh.cellCounts[k];
         for (std::size_t i = 0; i < batch.count; ++i) {
             const double x = ((k == 0 ? points[i].u : points[i].v) - origin) * scale;
-            // Written so that NaN is outside too.
-            const bool isInRange = (x >= -kMeshEps) & (x <= cells + kMeshEps);
-            batch.isInGrid[i] = isInRange ? batch.isInGrid[i] : 0;
+            batch.isInGrid[i] = isInGrid(x, cells) ? batch.isInGrid[i] : 0;
             batch.position[k][i] = x;
             batch.cell[k][i] = clampedCellCoordinate(x, cells);
         }
@@ -184,11 +182,9 @@ GEOMKIT_INLINE_KERNEL std::size_t evaluateBatch(const MeshFunction2D* mesh, cons
         float* outFloat = outputs.floats != nullptr ? outputs.floats + i : nullptr;
         bool found = batch.candidates[i] != 0;
         if (found) {
-            const unsigned f = lowestBit(batch.candidates[i]);
-            const int corner[3] = {cell.vertex(f, 0), cell.vertex(f, 1), cell.vertex(f, 2)};
             const FacetWeights weights = {batch.weights[0][i], batch.weights[1][i],
                                           batch.weights[2][i]};
-            blend(*mesh, corner, weights, outValue, outFloat);
+            blend(*mesh, cell, lowestBit(batch.candidates[i]), weights, outValue, outFloat);
         } else if (cell.isListed()) {
             found = mesh->evaluate(points[i], outValue, outFloat);
         }
