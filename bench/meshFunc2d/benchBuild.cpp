@@ -1,8 +1,10 @@
 // What it costs to be ready: geomKit's mesh function beside CGAL's Delaunay triangulation and a
-// Boost.Geometry R-tree over the facets' boxes; time, and heap bytes that stay for each facet.
+// Boost.Geometry R-tree over the facets' boxes, and beside what it shows built plainly; time, and
+// heap bytes that stay for each facet.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include "bench/meshFunc2d/LiteralMesh.h"
 #include "bench/meshFunc2d/TriangulationScene.h"
 #include "bench/meshFunc2d/facetTree.h"
 
@@ -44,6 +46,7 @@ void compete(const char* name, Build make) {
     compete("CGAL Delaunay",
             [](const Scene& s) { return std::make_unique<Scene::Delaunay>(s.delaunayOf()); });
     compete("Boost R-tree", [](const Scene& s) { return facetTree(s); });
+    compete("literal", [](const Scene& s) { return std::make_unique<LiteralMesh>(s); });
     return true;
 }();
 
