@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <cstdint>
 
 #include "geomKit/at.h"
 #include "geomKit/meshFunc2d/ChainTree.h"
@@ -15,14 +15,22 @@ namespace {
 constexpr int kCellsPerAxis = 20;
 constexpr double kMargin = 0.01;
 
-/// Cells touched by a facet's vertices, along one axis.
-struct CellRange {
-    int first = std::numeric_limits<int>::max();
-    int last = -1;
+/// The cells of the bounding rectangle of a facet's vertices, or none. Small: there is one a facet.
+struct CellBox {
+    std::uint8_t first[2] = {kCellsPerAxis, kCellsPerAxis};
+    std::uint8_t last[2] = {0, 0};
 
-    void include(int cell) {
-        first = (std::min)(first, cell);
-        last = (std::max)(last, cell);
+    void include(int axis, int cell) {
+        const auto c = static_cast<std::uint8_t>(cell);
+        first[axis] = (std::min)(first[axis], c);
+        last[axis] = (std::max)(last[axis], c);
+    }
+    template <typename Visit>
+    void forEach(Visit visit) const {
+        for (int cu = first[0]; cu <= last[0]; ++cu) {
+            for (int cv = first[1]; cv <= last[1]; ++cv)
+                visit(cu, cv);
+        }
     }
 };
 
@@ -102,26 +110,32 @@ void MeshFunction2D::initEvaluatorHelper() {
 }
 
 void MeshFunction2D::fillCells() {
-    cells.assign(at(cellCounts.u) * at(cellCounts.v), std::vector<int>());
     const int vertexCount = static_cast<int>((std::min)(params.size(), values.size()));
-    for (std::size_t i = 0; i + 2 < facets.size(); i += 3) {
-        CellRange range[2];
+    std::vector<CellBox> boxes(facets.size() / 3);
+    std::vector<std::size_t> counts(at(cellCounts.u) * at(cellCounts.v));
+    for (std::size_t f = 0; f < boxes.size(); ++f) {
+        CellBox box;
         bool placed = true;
-        for (std::size_t corner = i; corner < i + 3; ++corner) {
+        for (std::size_t corner = 3 * f; corner < 3 * f + 3; ++corner) {
             const int vertex = facets[corner];
             placed = placed && vertex >= 0 && vertex < vertexCount;
             for (int k = 0; placed && k < 2; ++k) {
                 const double x = (params[at(vertex)][k] - boxMin[k]) * cellScale[k];
                 placed = std::isfinite(x);
-                if (placed) range[k].include(cellCoordinate(x, cellCounts[k]));
+                if (placed) box.include(k, cellCoordinate(x, cellCounts[k]));
             }
         }
         if (!placed) continue;
-        for (int cu = range[0].first; cu <= range[0].last; ++cu) {
-            for (int cv = range[1].first; cv <= range[1].last; ++cv) {
-                cells[cellIndex(cu, cv)].push_back(static_cast<int>(i / 3));
-            }
-        }
+        boxes[f] = box;
+        box.forEach([&](int cu, int cv) { ++counts[cellIndex(cu, cv)]; });
+    }
+    // Counted first: lists that grow step by step are moved again and again.
+    cells.assign(counts.size(), std::vector<int>());
+    for (std::size_t i = 0; i < counts.size(); ++i)
+        cells[i].reserve(counts[i]);
+    for (std::size_t f = 0; f < boxes.size(); ++f) {
+        boxes[f].forEach(
+            [&](int cu, int cv) { cells[cellIndex(cu, cv)].push_back(static_cast<int>(f)); });
     }
 }
 
