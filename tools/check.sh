@@ -64,6 +64,8 @@ check_threads() {
   (cd "$root" && ctest --preset tsan -R Thread)
 }
 
+# From the same seed each time, so that a red run tells of the change rather than of luck; what a
+# working copy found before is kept in its build folder and gone on from.
 check_fuzz() {
   local fuzzer name seconds=60 fuzzers
   if [ ! -d "$root/tests/fuzz" ]; then return; fi
@@ -73,7 +75,7 @@ check_fuzz() {
     name="$(basename "$fuzzer")"
     say "Fuzzing with $name"
     mkdir -p "$root/build/fuzz/corpus/$name"
-    "$fuzzer" -max_total_time=$((seconds / ${#fuzzers[@]})) -verbosity=0 -print_final_stats=1 \
+    "$fuzzer" -seed=1 -max_total_time=$((seconds / ${#fuzzers[@]})) -verbosity=0 -print_final_stats=1 \
       -artifact_prefix="$root/build/fuzz/" \
       "$root/build/fuzz/corpus/$name" "$root/tests/fuzz/corpus"
   done
