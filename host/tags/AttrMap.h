@@ -40,8 +40,11 @@ inline void AttrMap::set(const std::string& name, std::string_view text) {
         attrs_[static_cast<std::size_t>(found - begin())].text = text;
         return;
     }
-    if (used_ == attrs_.size()) attrs_.emplace_back();
-    attrs_[used_].name = name;
-    attrs_[used_].text = text;
+    if (used_ == attrs_.size()) {
+        attrs_.push_back({name, std::string(text)});  // the text may be that of another attribute
+    } else {
+        attrs_[used_].name = name;
+        attrs_[used_].text = text;
+    }
     ++used_;
 }

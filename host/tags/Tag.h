@@ -17,7 +17,7 @@ public:
     virtual std::string_view name() const = 0;
 
     /// The text of the named attribute; empty, with a null `data()`, when the tag has none of that
-    /// name. It lives as long as the tag, or until the attribute is set anew.
+    /// name. It lives as long as the tag, or until an attribute is set.
     virtual std::string_view getAttr(const std::string& name) const = 0;
 
 protected:

@@ -43,7 +43,7 @@ TEST(Documents, inEveryEncoding) {
 
 TEST(Documents, problemsAreLocatedInEveryEncoding) {
     // The comment has characters of two, three and four bytes of UTF-8, and as UTF-16 of one unit
-    // and of two; the faulty tag starts at line 2, column 14.
+    // and of two; the faulty tag starts at line 2, column 12.
     const std::string utf8 = "<Bone>\r\n<!--\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80 --><oops/></Bone>";
     const std::u16string wide = u"<Bone>\r\n<!--\u00e9\u20ac\U0001F600 --><oops/></Bone>";
     for (const std::string& document : {utf8, encoded(wide, 2, true, true)}) {
@@ -84,13 +84,15 @@ TEST(Documents, attributesAndTextOfAnyCharacters) {
         tag.setAttr("b", "\xC3\xA9");
         EXPECT_EQ(tag.getAttr("b"), "\xC3\xA9");
         EXPECT_EQ(tag.getAttr("c").data(), nullptr);
+        tag.setAttr("d", tag.getAttr("b"));
         tag.writeOpenTag(false);
         tag.writeText("]]> & \r");
         tag.writeCloseTag(false);
     }
     EXPECT_EQ(out.str(),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-              "<tag b=\"\xC3\xA9\" a=\"&lt;'&quot;&amp;&gt;&#10;&#1;\">]]&gt; &amp; &#13;</tag>\n");
+              "<tag b=\"\xC3\xA9\" a=\"&lt;'&quot;&amp;&gt;&#10;&#1;\" d=\"\xC3\xA9\">]]&gt; &amp; "
+              "&#13;</tag>\n");
 }
 
 TEST(Documents, singularNames) {
