@@ -9,33 +9,19 @@ struct Ending {
     std::string_view singular;
 };
 
-/// The first that fits applies. A capital first letter is met by leaving it out.
+/// The first that fits applies. A first letter that may be a capital is left out, where the rest is
+/// enough to tell.
 constexpr Ending kEndings[] = {
-    {"ertices", "ertex"},
-    {"ndices", "ndex"},
-    {"atrices", "atrix"},
-    {"hildren", "hild"},
-    {"eople", "erson"},
-    {"eries", "eries"},
-    {"pecies", "pecies"},
-    {"ies", "y"},
-    {"axes", "axis"},
-    {"xes", "x"},
-    {"tches", "tch"},
-    {"nches", "nch"},
-    {"rches", "rch"},
-    {"shes", "sh"},
-    {"sses", "ss"},
-    {"zzes", "zz"},
-    {"tatuses", "tatus"},
-    {"halves", "half"},
-    {"elves", "elf"},
-    {"leaves", "leaf"},
-    {"oes", "o"},
-    {"ss", "ss"},
-    {"us", "us"},
-    {"is", "is"},
-    {"s", ""},
+    {"ertices", "ertex"}, {"ndices", "ndex"}, {"atrices", "atrix"},
+    {"hildren", "hild"},  {"eople", "erson"}, {"eries", "eries"},
+    {"pecies", "pecies"}, {"ovies", "ovie"},  {"ies", "y"},
+    {"axes", "axis"},     {"Axes", "Axis"},   {"xes", "x"},
+    {"tches", "tch"},     {"nches", "nch"},   {"rches", "rch"},
+    {"shes", "sh"},       {"sses", "ss"},     {"zzes", "zz"},
+    {"tatuses", "tatus"}, {"halves", "half"}, {"Halves", "Half"},
+    {"elves", "elf"},     {"leaves", "leaf"}, {"Leaves", "Leaf"},
+    {"oes", "o"},         {"ss", "ss"},       {"us", "us"},
+    {"is", "is"},         {"s", ""},
 };
 
 bool endsWith(std::string_view text, std::string_view ending) {
