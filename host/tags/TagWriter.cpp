@@ -16,7 +16,7 @@ bool needsEscape(char c) {
 
 }  // namespace
 
-TagWriter::TagWriter(std::ostream& document) : document_(document) {
+TagWriter::TagWriter(std::ostream& document) : noThrow_(document), document_(document) {
     buffer_.reserve(kPieceSize + kPieceSize / 8);
     put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/tags/AttrMap.h"
+#include "host/tags/NoThrow.h"
 
 /// Collects markup and hands it to the stream in large pieces. Shared by all tags of a document.
 class TagWriter {
@@ -39,6 +40,7 @@ private:
     void putReference(char c);
     void flush();
 
+    NoThrow noThrow_;  // the destructor writes
     std::ostream& document_;
     std::string buffer_;
     std::size_t depth_ = 0;

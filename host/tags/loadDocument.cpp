@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/tags/FactoryByName.h"
+#include "host/tags/NoThrow.h"
 #include "host/tags/XmlInTag.h"
 #include "host/tags/XmlSource.h"
 
@@ -38,6 +39,7 @@ LoadedDocument loadDocument(std::string_view document) {
 }
 
 LoadedDocument loadDocument(std::istream& document) {
+    const NoThrow noThrow(document);
     std::string text;
     std::size_t size = 0;
     do {

@@ -8,6 +8,7 @@
 #include <typeinfo>
 
 #include "host/tags/FactoryByTypeID.h"
+#include "host/tags/NoThrow.h"
 #include "host/tags/OutTag.h"
 
 namespace fs = std::filesystem;
@@ -17,9 +18,15 @@ namespace {
 /// Of the same folder, so that renaming does not copy, and of a name that no one else has.
 fs::path _temporaryName(const fs::path& path) {
     std::random_device random;
-    fs::path result = path;
-    result += ".saving-" + std::to_string(random()) + std::to_string(random());
-    return result;
+    const std::string number = std::to_string(random()) + std::to_string(random());
+    return path.parent_path() / (".saving-" + number);
+}
+
+/// A device or a pipe cannot be replaced by a file, and a link that leads to nothing should not.
+bool _isWrittenInPlace(const fs::path& path) {
+    std::error_code error;
+    const fs::file_status status = fs::symlink_status(path, error);
+    return fs::is_symlink(status) || fs::is_other(status);
 }
 
 bool _writeFile(const Serializable& object, const fs::path& path) {
@@ -34,6 +41,7 @@ bool _writeFile(const Serializable& object, const fs::path& path) {
 bool saveDocument(const Serializable& object, std::ostream& document) {
     const FactoryByTypeID* factory = FactoryByTypeID::_reg.find(typeid(object).name());
     if (factory == nullptr) return false;
+    const NoThrow noThrow(document);
     {
         OutTag root(document, factory->className());
         object.save(root);
@@ -53,6 +61,9 @@ bool saveDocumentFile(const Serializable& object, const fs::path& path, std::str
     std::error_code error;
     const fs::path resolved = fs::weakly_canonical(path, error);
     const fs::path target = error ? path : resolved;
+    if (_isWrittenInPlace(target)) {
+        return _writeFile(object, target) || fail("the file could not be written");
+    }
     const fs::path temporary = _temporaryName(target);
     if (!_writeFile(object, temporary)) {
         fs::remove(temporary, error);

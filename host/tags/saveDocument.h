@@ -17,7 +17,8 @@ GEOMKIT_TAGS_API bool saveDocument(const Serializable& object, std::ostream& doc
 
 /// Writes a file: to a temporary name beside it, which replaces the file at the end. When anything
 /// fails, an older file of that name stays as it was; false is returned and the reason stored in
-/// `problem` if it is not null. A symbolic link is followed; permissions are kept.
+/// `problem` if it is not null. A symbolic link is followed; permissions are kept. Devices, pipes
+/// and links to a file that is not there yet are written directly.
 GEOMKIT_TAGS_API bool saveDocumentFile(const Serializable& object,
                                        const std::filesystem::path& path,
                                        std::string* problem = nullptr);

@@ -2,7 +2,9 @@
 #include <filesystem>
 #include <fstream>
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "tests/tags/Rig.h"
@@ -50,6 +52,37 @@ TEST_F(Files, savingReplacesTheFile) {
     EXPECT_TRUE(fs::is_symlink(folder_ / "link.xml"));
     EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(count(), 2u);
+}
+
+TEST_F(Files, savingToWhatNoFileMayReplace) {
+    fs::create_symlink("later.xml", folder_ / "link.xml");
+    EXPECT_TRUE(saveDocumentFile(boneAt(1), folder_ / "link.xml"));
+    EXPECT_EQ(tipOf(folder_ / "later.xml"), 1.0);
+    EXPECT_TRUE(fs::is_symlink(folder_ / "link.xml"));
+
+    const fs::path pipe = folder_ / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_TRUE(saveDocumentFile(boneAt(1), pipe));
+    char first = 0;
+    EXPECT_EQ(read(reader, &first, 1), 1);
+    EXPECT_EQ(first, '<');
+    close(reader);
+    EXPECT_TRUE(fs::is_fifo(pipe));
+
+    const fs::path longest = folder_ / (std::string(251, 'b') + ".xml");
+    EXPECT_TRUE(saveDocumentFile(boneAt(2), longest));
+    EXPECT_EQ(tipOf(longest), 2.0);
+}
+
+TEST_F(Files, streamsThatThrowDoNot) {
+    std::ofstream closed;
+    closed.exceptions(std::ios::badbit | std::ios::failbit);
+    EXPECT_FALSE(saveDocument(boneAt(1), closed));
+    std::istringstream document(saved(boneAt(1)));
+    document.exceptions(std::ios::failbit | std::ios::eofbit);
+    EXPECT_NE(loadDocument(document).object, nullptr);
+    EXPECT_EQ(document.exceptions(), std::ios::failbit | std::ios::eofbit);
 }
 
 TEST_F(Files, aFailedSaveLeavesTheOldFileWhole) {
