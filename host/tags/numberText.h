@@ -11,7 +11,7 @@ public:
     explicit NumberText(int value);
     /// What a classic-locale stream of precision 15 writes.
     explicit NumberText(double value);
-    /// The shortest text that `readExact` turns into the same bits.
+    /// The shortest text that `readPlain` or `readNonFinite` turns into the same bits.
     explicit NumberText(float value);
 
     std::string_view view() const { return {chars_, size_}; }
