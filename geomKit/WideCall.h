@@ -1,8 +1,11 @@
 /// @file
 /// Wider vector registers where the machine has them. Internal: not installed.
+///
+/// GEOMKIT_BASELINE_ONLY, which tests define, leaves them alone: what runs then is what machines
+/// without AVX2 run.
 #pragma once
 
-#if defined(__x86_64__) && defined(__GNUC__)
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(GEOMKIT_BASELINE_ONLY)
 #define GEOMKIT_INLINE_KERNEL __attribute__((always_inline)) inline
 
 /// `Kernel(args...)`, compiled for AVX2.
