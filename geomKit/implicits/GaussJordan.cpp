@@ -12,20 +12,20 @@ constexpr std::size_t kPanel = GaussJordan::kPanel;
 /// Columns that catch up together: those of a panel's pivot rows are 16 KiB.
 constexpr std::size_t kStrip = 64;
 
-GEOMKIT_INLINE_KERNEL void scaleRow(double* row, std::size_t columns, double s) {
+GEOMKIT_INLINE_KERNEL void _scaleRow(double* row, std::size_t columns, double s) {
     for (std::size_t c = 0; c < columns; ++c)
         row[c] *= s;
 }
 
-GEOMKIT_INLINE_KERNEL void addRow(double* __restrict target, const double* row, double f,
-                                  std::size_t columns) {
+GEOMKIT_INLINE_KERNEL void _addRow(double* __restrict target, const double* row, double f,
+                                   std::size_t columns) {
     for (std::size_t c = 0; c < columns; ++c)
         target[c] = row[c] * f + target[c];
 }
 
-/// Eight `addRow` in turn with the target held in a register.
-GEOMKIT_INLINE_KERNEL void addEightRows(double* __restrict target, const double* const* rows,
-                                        const double* f, std::size_t columns) {
+/// Eight `_addRow` in turn with the target held in a register.
+GEOMKIT_INLINE_KERNEL void _addEightRows(double* __restrict target, const double* const* rows,
+                                         const double* f, std::size_t columns) {
     const double* const r0 = rows[0];
     const double* const r1 = rows[1];
     const double* const r2 = rows[2];
@@ -48,8 +48,8 @@ GEOMKIT_INLINE_KERNEL void addEightRows(double* __restrict target, const double*
 
 /// Adds to `target` the pivot rows from `begin` to `end`, in order, each times its factor. A factor
 /// of 0 adds nothing: not even a zero, which could turn -0 into 0 or meet an infinity.
-GEOMKIT_INLINE_KERNEL void addRows(double* target, std::size_t columns, const double* rows,
-                                   const double* factors, std::size_t begin, std::size_t end) {
+GEOMKIT_INLINE_KERNEL void _addRows(double* target, std::size_t columns, const double* rows,
+                                    const double* factors, std::size_t begin, std::size_t end) {
     std::array<const double*, kPanel> due;
     std::array<double, kPanel> f;
     std::size_t count = 0;
@@ -60,9 +60,9 @@ GEOMKIT_INLINE_KERNEL void addRows(double* target, std::size_t columns, const do
     }
     std::size_t done = 0;
     for (; done + 8 <= count; done += 8)
-        addEightRows(target, &due[done], &f[done], columns);
+        _addEightRows(target, &due[done], &f[done], columns);
     for (; done < count; ++done)
-        addRow(target, due[done], f[done], columns);
+        _addRow(target, due[done], f[done], columns);
 }
 
 }  // namespace
@@ -80,67 +80,67 @@ GaussJordan::GaussJordan(double* entries, std::size_t size, std::size_t width, M
 GaussJordan::Outcome GaussJordan::run() {
     for (std::size_t first = 0; first < size_; first += kPanel) {
         const std::size_t last = (std::min)(first + kPanel, size_);
-        const Outcome outcome = reducePanel(first, last);
+        const Outcome outcome = iReducePanel(first, last);
         if (outcome != Outcome::Complete && mode_ == Mode::InPlace) return outcome;
-        catchUp(first, 0, first);
-        catchUp(first, last, width_);
+        iCatchUp(first, 0, first);
+        iCatchUp(first, last, width_);
         if (outcome != Outcome::Complete) return outcome;
     }
     return Outcome::Complete;
 }
 
-GaussJordan::Outcome GaussJordan::reducePanel(std::size_t first, std::size_t last) {
+GaussJordan::Outcome GaussJordan::iReducePanel(std::size_t first, std::size_t last) {
     const std::size_t panelWidth = last - first;
     for (std::size_t i = 0; i < size_; ++i)
-        std::copy_n(row(i) + first, panelWidth, panelRow(i));
+        std::copy_n(iRow(i) + first, panelWidth, iPanelRow(i));
 
     Outcome outcome = Outcome::Complete;
     for (steps_ = 0; steps_ < panelWidth; ++steps_) {
-        outcome = step(first + steps_, steps_, panelWidth);
+        outcome = iStep(first + steps_, steps_, panelWidth);
         if (outcome != Outcome::Complete) break;
     }
 
     for (std::size_t i = 0; i < size_; ++i)
-        std::copy_n(panelRow(i), panelWidth, row(i) + first);
+        std::copy_n(iPanelRow(i), panelWidth, iRow(i) + first);
     return outcome;
 }
 
 /// Eliminates column k, which is column j of the panel, from the panel's columns.
-GaussJordan::Outcome GaussJordan::step(std::size_t k, std::size_t j, std::size_t panelWidth) {
+GaussJordan::Outcome GaussJordan::iStep(std::size_t k, std::size_t j, std::size_t panelWidth) {
     const bool inPlace = mode_ == Mode::InPlace;
-    if (inPlace && !isColumnFinite(j)) return Outcome::NotFinite;
+    if (inPlace && !iIsColumnFinite(j)) return Outcome::NotFinite;
 
-    const std::size_t pivot = findPivot(k, j);
-    if (panelRow(pivot)[j] == 0.0) return Outcome::ZeroPivot;
-    const double s = 1.0 / panelRow(pivot)[j];
+    const std::size_t pivot = iFindPivot(k, j);
+    if (iPanelRow(pivot)[j] == 0.0) return Outcome::ZeroPivot;
+    const double s = 1.0 / iPanelRow(pivot)[j];
     if (inPlace && !std::isfinite(s)) return Outcome::NotFinite;
     pivotRows_.push_back(pivot);
     scales_[j] = s;
 
     if (pivot != k) {
-        std::swap_ranges(panelRow(k), panelRow(k) + panelWidth, panelRow(pivot));
-        std::swap_ranges(factorRow(k), factorRow(k) + j, factorRow(pivot));
+        std::swap_ranges(iPanelRow(k), iPanelRow(k) + panelWidth, iPanelRow(pivot));
+        std::swap_ranges(iFactorRow(k), iFactorRow(k) + j, iFactorRow(pivot));
     }
     for (std::size_t i = 0; i < size_; ++i) {
-        factorRow(i)[j] = -panelRow(i)[j];
-        if (inPlace) panelRow(i)[j] = 0.0;
+        iFactorRow(i)[j] = -iPanelRow(i)[j];
+        if (inPlace) iPanelRow(i)[j] = 0.0;
     }
-    factorRow(k)[j] = 0.0;
-    if (inPlace) panelRow(k)[j] = 1.0;
+    iFactorRow(k)[j] = 0.0;
+    if (inPlace) iPanelRow(k)[j] = 1.0;
 
-    callWide<scaleRow>(panelRow(k), panelWidth, s);
+    callWide<_scaleRow>(iPanelRow(k), panelWidth, s);
     for (std::size_t i = 0; i < size_; ++i) {
-        const double f = factorRow(i)[j];
-        if (f != 0.0) callWide<addRow>(panelRow(i), panelRow(k), f, panelWidth);
+        const double f = iFactorRow(i)[j];
+        if (f != 0.0) callWide<_addRow>(iPanelRow(i), iPanelRow(k), f, panelWidth);
     }
     return Outcome::Complete;
 }
 
-std::size_t GaussJordan::findPivot(std::size_t k, std::size_t j) {
+std::size_t GaussJordan::iFindPivot(std::size_t k, std::size_t j) {
     std::size_t pivot = k;
-    double largest = std::abs(panelRow(k)[j]);
+    double largest = std::abs(iPanelRow(k)[j]);
     for (std::size_t i = k + 1; i < size_; ++i) {
-        const double entry = std::abs(panelRow(i)[j]);
+        const double entry = std::abs(iPanelRow(i)[j]);
         if (entry > largest) {
             largest = entry;
             pivot = i;
@@ -149,23 +149,23 @@ std::size_t GaussJordan::findPivot(std::size_t k, std::size_t j) {
     return pivot;
 }
 
-bool GaussJordan::isColumnFinite(std::size_t j) {
+bool GaussJordan::iIsColumnFinite(std::size_t j) {
     for (std::size_t i = 0; i < size_; ++i) {
-        if (!std::isfinite(panelRow(i)[j])) return false;
+        if (!std::isfinite(iPanelRow(i)[j])) return false;
     }
     return true;
 }
 
 /// Applies the panel's pivots, which start at row `first`, to the columns from `begin` to `end`.
-void GaussJordan::catchUp(std::size_t first, std::size_t begin, std::size_t end) {
+void GaussJordan::iCatchUp(std::size_t first, std::size_t begin, std::size_t end) {
     for (std::size_t c = begin; c < end; c += kStrip)
-        catchUpStrip(first, c, (std::min)(kStrip, end - c));
+        iCatchUpStrip(first, c, (std::min)(kStrip, end - c));
 }
 
-void GaussJordan::catchUpStrip(std::size_t first, std::size_t begin, std::size_t columns) {
+void GaussJordan::iCatchUpStrip(std::size_t first, std::size_t begin, std::size_t columns) {
     for (std::size_t j = 0; j < steps_; ++j) {
-        double* const pivot = row(pivotRows_[first + j]) + begin;
-        double* const own = row(first + j) + begin;
+        double* const pivot = iRow(pivotRows_[first + j]) + begin;
+        double* const own = iRow(first + j) + begin;
         if (pivot != own) std::swap_ranges(own, own + columns, pivot);
     }
 
@@ -173,18 +173,18 @@ void GaussJordan::catchUpStrip(std::size_t first, std::size_t begin, std::size_t
     std::array<double, kPanel * kStrip> pivots;
     for (std::size_t j = 0; j < steps_; ++j) {
         double* const pivot = pivots.data() + j * kStrip;
-        std::copy_n(row(first + j) + begin, columns, pivot);
-        callWide<addRows>(pivot, columns, pivots.data(), factorRow(first + j), std::size_t{0}, j);
-        callWide<scaleRow>(pivot, columns, scales_[j]);
+        std::copy_n(iRow(first + j) + begin, columns, pivot);
+        callWide<_addRows>(pivot, columns, pivots.data(), iFactorRow(first + j), std::size_t{0}, j);
+        callWide<_scaleRow>(pivot, columns, scales_[j]);
     }
 
     for (std::size_t i = 0; i < size_; ++i) {
-        double* const target = row(i) + begin;
+        double* const target = iRow(i) + begin;
         std::size_t due = 0;
         if (i >= first && i < first + steps_) {
             due = i - first;
             std::copy_n(pivots.data() + due * kStrip, columns, target);
         }
-        callWide<addRows>(target, columns, pivots.data(), factorRow(i), due, steps_);
+        callWide<_addRows>(target, columns, pivots.data(), iFactorRow(i), due, steps_);
     }
 }

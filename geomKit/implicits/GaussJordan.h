@@ -36,16 +36,16 @@ public:
     const std::vector<std::size_t>& pivotRows() const { return pivotRows_; }
 
 private:
-    double* row(std::size_t i) { return entries_ + i * width_; }
-    double* panelRow(std::size_t i) { return panel_.data() + i * kPanel; }
-    double* factorRow(std::size_t i) { return factors_.data() + i * kPanel; }
+    double* iRow(std::size_t i) { return entries_ + i * width_; }
+    double* iPanelRow(std::size_t i) { return panel_.data() + i * kPanel; }
+    double* iFactorRow(std::size_t i) { return factors_.data() + i * kPanel; }
 
-    Outcome reducePanel(std::size_t first, std::size_t last);
-    Outcome step(std::size_t k, std::size_t j, std::size_t panelWidth);
-    std::size_t findPivot(std::size_t k, std::size_t j);
-    bool isColumnFinite(std::size_t j);
-    void catchUp(std::size_t first, std::size_t begin, std::size_t end);
-    void catchUpStrip(std::size_t first, std::size_t begin, std::size_t columns);
+    Outcome iReducePanel(std::size_t first, std::size_t last);
+    Outcome iStep(std::size_t k, std::size_t j, std::size_t panelWidth);
+    std::size_t iFindPivot(std::size_t k, std::size_t j);
+    bool iIsColumnFinite(std::size_t j);
+    void iCatchUp(std::size_t first, std::size_t begin, std::size_t end);
+    void iCatchUpStrip(std::size_t first, std::size_t begin, std::size_t columns);
 
     double* entries_;
     std::size_t size_;

@@ -17,7 +17,7 @@ constexpr double kCentreTol = 1e-8;
 
 constexpr int kDimension = 3;
 
-Vector3 mean(const std::vector<Vector3>& points) {
+Vector3 _mean(const std::vector<Vector3>& points) {
     Vector3 sum;
     for (const Vector3& p : points)
         sum += p;
@@ -25,7 +25,7 @@ Vector3 mean(const std::vector<Vector3>& points) {
 }
 
 /// q^T M q. The rows of M q are summed in the order z, x, y.
-double quadraticForm(const Matrix3& M, const Vector3& q) {
+double _quadraticForm(const Matrix3& M, const Vector3& q) {
     const Vector3 Mq(M(0, 2) * q.z + M(0, 0) * q.x + M(0, 1) * q.y,
                      M(1, 2) * q.z + M(1, 0) * q.x + M(1, 1) * q.y,
                      M(2, 2) * q.z + M(2, 0) * q.x + M(2, 1) * q.y);
@@ -35,7 +35,7 @@ double quadraticForm(const Matrix3& M, const Vector3& q) {
 }  // namespace
 
 ImplEllipsoid::ImplEllipsoid(const std::vector<Vector3>& points) {
-    computeMatrix(points, mean(points));
+    computeMatrix(points, _mean(points));
 }
 
 ImplEllipsoid::ImplEllipsoid(const std::vector<Vector3>& points, const Vector3& center_) {
@@ -65,7 +65,7 @@ void ImplEllipsoid::computeMatrix(const std::vector<Vector3>& points, const Vect
 
     double scale = 0.0;
     for (const Vector3& p : points) {
-        const double v = quadraticForm(matrix, p - center);
+        const double v = _quadraticForm(matrix, p - center);
         if (!(v < scale)) scale = v;
     }
     if (!(scale >= kMinScale)) scale = kMinScale;

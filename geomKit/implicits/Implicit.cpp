@@ -14,7 +14,7 @@ using Samples = std::vector<std::pair<Vector3, double>>;
 constexpr std::size_t kPolynomialTerms = 4;
 
 /// [K P; P^T 0]: K the cubed distances between the samples, P their rows (1, x, y, z).
-DenseMatrix buildSystem(const Samples& samples) {
+DenseMatrix _buildSystem(const Samples& samples) {
     const std::size_t n = samples.size();
     DenseMatrix A(n + kPolynomialTerms);
     for (std::size_t i = 0; i < n; ++i) {
@@ -35,12 +35,12 @@ DenseMatrix buildSystem(const Samples& samples) {
     return A;
 }
 
-RadialTerms termsOf(const Implicit& field) {
+RadialTerms _termsOf(const Implicit& field) {
     return {field.centers.data(), field.weights.data(),
             (std::min)(field.centers.size(), field.weights.size())};
 }
 
-double polynomial(const Implicit& field, const Vector3& p) {
+double _polynomial(const Implicit& field, const Vector3& p) {
     const Vector3& a = field.linear;
     return field.offset + (a.z * p.z + (a.x * p.x + a.y * p.y));
 }
@@ -49,7 +49,7 @@ double polynomial(const Implicit& field, const Vector3& p) {
 
 Implicit::Implicit(const Samples& samples) {
     const std::size_t n = samples.size();
-    DenseMatrix A = buildSystem(samples);
+    DenseMatrix A = _buildSystem(samples);
     std::vector<double> b(A.size(), 0.0);
     centers.reserve(n);
     for (std::size_t i = 0; i < n; ++i) {
@@ -64,17 +64,17 @@ Implicit::Implicit(const Samples& samples) {
 }
 
 double Implicit::evaluate(const Vector3& p) const {
-    return addTerms(termsOf(*this), p, polynomial(*this, p));
+    return addTerms(_termsOf(*this), p, _polynomial(*this, p));
 }
 
 Vector3 Implicit::getGradient(const Vector3& p) const {
-    return addGradients(termsOf(*this), p, linear);
+    return addGradients(_termsOf(*this), p, linear);
 }
 
 void Implicit::evaluate(const Vector3* points, double* values, std::size_t count) const {
-    const RadialTerms terms = termsOf(*this);
+    const RadialTerms terms = _termsOf(*this);
     for (std::size_t i = 0; i < count; ++i)
-        values[i] = polynomial(*this, points[i]);
+        values[i] = _polynomial(*this, points[i]);
     std::size_t i = 0;
     for (; i + kLanes <= count; i += kLanes)
         addTermsToLanes(terms, points + i, values + i);
@@ -83,7 +83,7 @@ void Implicit::evaluate(const Vector3* points, double* values, std::size_t count
 }
 
 void Implicit::getGradient(const Vector3* points, Vector3* gradients, std::size_t count) const {
-    const RadialTerms terms = termsOf(*this);
+    const RadialTerms terms = _termsOf(*this);
     std::size_t i = 0;
     for (; i + kLanes <= count; i += kLanes)
         addGradientsToLanes(terms, points + i, linear, gradients + i);

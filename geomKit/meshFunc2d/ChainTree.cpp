@@ -25,11 +25,11 @@ ChainTree::ChainTree(const Chains& chains) : order_(chains.size()) {
     std::vector<Box> boxes;
     boxes.reserve(chains.size());
     for (const auto& chain : chains)
-        boxes.push_back(boxOf(*chain));
-    addNode(boxes, 0, static_cast<int>(chains.size()));
+        boxes.push_back(iBoxOf(*chain));
+    iAddNode(boxes, 0, static_cast<int>(chains.size()));
 }
 
-ChainTree::Box ChainTree::boxOf(const PolylineProjector& chain) {
+ChainTree::Box ChainTree::iBoxOf(const PolylineProjector& chain) {
     Box box = {Point(kInfinity, kInfinity), Point(-kInfinity, -kInfinity)};
     for (const Vector3& p : chain.points) {
         // The foot on a segment that is not finite may be anywhere.
@@ -50,7 +50,7 @@ ChainTree::Box ChainTree::boxOf(const PolylineProjector& chain) {
     return box;
 }
 
-void ChainTree::addNode(const std::vector<Box>& boxes, int first, int last) {
+void ChainTree::iAddNode(const std::vector<Box>& boxes, int first, int last) {
     const std::size_t index = nodes_.size();
     nodes_.emplace_back();
     Node node;
@@ -75,9 +75,9 @@ void ChainTree::addNode(const std::vector<Box>& boxes, int first, int last) {
         const int middle = first + (last - first) / 2;
         std::nth_element(order_.begin() + first, order_.begin() + middle, order_.begin() + last,
                          [&centre](int a, int b) { return centre(a) < centre(b); });
-        addNode(boxes, first, middle);
+        iAddNode(boxes, first, middle);
         node.secondHalf = static_cast<int>(nodes_.size());
-        addNode(boxes, middle, last);
+        iAddNode(boxes, middle, last);
     }
     nodes_[index] = node;
 }

@@ -43,8 +43,8 @@ private:
         int count = 0;
     };
 
-    static Box boxOf(const PolylineProjector& chain);
-    void addNode(const std::vector<Box>& boxes, int first, int last);
+    static Box iBoxOf(const PolylineProjector& chain);
+    void iAddNode(const std::vector<Box>& boxes, int first, int last);
 
     std::vector<int> order_;
     std::vector<Node> nodes_;

@@ -34,7 +34,7 @@ struct Positions {
     }
 };
 
-void enter(const int* corner, unsigned parts, FacetCell& cell, Fill& fill) {
+void _enter(const int* corner, unsigned parts, FacetCell& cell, Fill& fill) {
     const int facet = fill.facets++;
     fill.isListed |= facet >= FacetCell::kCapacity;
     if (fill.isListed) return;
@@ -65,7 +65,7 @@ FacetIndex::FacetIndex(const std::vector<std::vector<int>>& cells, int cellsV,
                        const Point& origin, const Point& scale) {
     std::size_t fineCells = 0;
     for (const std::vector<int>& list : cells) {
-        const std::size_t count = at(fineCellsPerAxis(list.size()));
+        const std::size_t count = at(iFineCellsPerAxis(list.size()));
         fineCells += count * count;
     }
     cells_.reserve(fineCells);
@@ -82,19 +82,19 @@ FacetIndex::FacetIndex(const std::vector<std::vector<int>>& cells, int cellsV,
             if (!edges.isDegenerate()) reaches.emplace_back(f, p0, p1, p2, edges, origin, scale);
         }
         const int cell = static_cast<int>(divisions_.size());
-        divide(reaches, cell / cellsV, cell % cellsV, facets);
+        iDivide(reaches, cell / cellsV, cell % cellsV, facets);
     }
     listed_.shrink_to_fit();
 }
 
-int FacetIndex::fineCellsPerAxis(std::size_t facets) {
+int FacetIndex::iFineCellsPerAxis(std::size_t facets) {
     return (std::max)(1, static_cast<int>(std::sqrt(kFineCells * static_cast<double>(facets))));
 }
 
-void FacetIndex::divide(const std::vector<FacetReach>& reaches, int cu, int cv,
-                        const std::vector<int>& facets) {
+void FacetIndex::iDivide(const std::vector<FacetReach>& reaches, int cu, int cv,
+                         const std::vector<int>& facets) {
     const std::size_t start = cells_.size();
-    CellDivision division = {static_cast<std::uint32_t>(start), fineCellsPerAxis(reaches.size())};
+    CellDivision division = {static_cast<std::uint32_t>(start), iFineCellsPerAxis(reaches.size())};
     // Facets much larger than a fine cell would fill the index: fewer, larger cells keep it linear.
     for (; division.count > 1; division.count /= 2) {
         double entries = 0.0;
@@ -110,7 +110,7 @@ void FacetIndex::divide(const std::vector<FacetReach>& reaches, int cu, int cv,
     FacetOverlaps overlaps(cu, cv, division);
     std::vector<Fill> fills(count);
     overlaps.forEach(reaches, [&](std::size_t i, int facet, unsigned parts) {
-        enter(&facets[3 * at(facet)], parts, fineCells[i], fills[i]);
+        _enter(&facets[3 * at(facet)], parts, fineCells[i], fills[i]);
     });
 
     const std::size_t listedBefore = listed_.size();

@@ -64,9 +64,9 @@ public:
     const int* end(const FacetCell& listed) const { return listed_.data() + listed.vertices[1]; }
 
 private:
-    static int fineCellsPerAxis(std::size_t facets);
-    void divide(const std::vector<FacetReach>& reaches, int cu, int cv,
-                const std::vector<int>& facets);
+    static int iFineCellsPerAxis(std::size_t facets);
+    void iDivide(const std::vector<FacetReach>& reaches, int cu, int cv,
+                 const std::vector<int>& facets);
 
     std::vector<CellDivision> divisions_;
     std::vector<FacetCell> cells_;

@@ -5,7 +5,7 @@
 
 #include "geomKit/WideCall.h"
 
-void FacetOverlaps::setSides(const FacetReach& reach) {
+void FacetOverlaps::iSetSides(const FacetReach& reach) {
     const double part = 1.0 / (division_.count * kParts);
     for (int i = 0; i < 3; ++i) {
         const auto& [u, v, c] = reach.sides[i];
@@ -19,7 +19,7 @@ void FacetOverlaps::setSides(const FacetReach& reach) {
     }
 }
 
-GEOMKIT_INLINE_KERNEL void FacetOverlaps::chooseTouchedKernel(FacetOverlaps* overlaps) {
+GEOMKIT_INLINE_KERNEL void FacetOverlaps::iChooseTouchedKernel(FacetOverlaps* overlaps) {
     const auto& u = overlaps->u_;
     const auto& v = overlaps->v_;
     const auto& c = overlaps->c_;
@@ -37,6 +37,6 @@ GEOMKIT_INLINE_KERNEL void FacetOverlaps::chooseTouchedKernel(FacetOverlaps* ove
     }
 }
 
-void FacetOverlaps::chooseTouched() {
-    callWide<chooseTouchedKernel>(this);
+void FacetOverlaps::iChooseTouched() {
+    callWide<iChooseTouchedKernel>(this);
 }

@@ -56,23 +56,23 @@ public:
     void forEach(const std::vector<FacetReach>& reaches, Visit visit) {
         for (const FacetReach& reach : reaches) {
             const PartBox box(reach, cu_, cv_, division_);
-            setSides(reach);
+            iSetSides(reach);
             for (int fv = box.v0 / kParts; fv <= box.v1 / kParts; ++fv) {
                 for (int fu = box.u0 / kParts; fu <= box.u1 / kParts; ++fu) {
-                    add(reach.facet, box, fu, fv);
-                    if (count_ == kCapacity) visitTouched(visit);
+                    iAdd(reach.facet, box, fu, fv);
+                    if (count_ == kCapacity) iVisitTouched(visit);
                 }
             }
         }
-        visitTouched(visit);
+        iVisitTouched(visit);
     }
 
 private:
     static constexpr int kParts = FacetCell::kPartsPerAxis;
     static constexpr std::size_t kCapacity = 64;
 
-    void setSides(const FacetReach& reach);
-    void add(int facet, const PartBox& box, int fu, int fv) {
+    void iSetSides(const FacetReach& reach);
+    void iAdd(int facet, const PartBox& box, int fu, int fv) {
         const std::size_t j = count_++;
         facet_[j] = facet;
         fineCell_[j] = fv * division_.count + fu;
@@ -84,12 +84,12 @@ private:
         }
         parts_[j] = box.partsOf(fu, fv);
     }
-    void chooseTouched();
-    static void chooseTouchedKernel(FacetOverlaps* overlaps);
+    void iChooseTouched();
+    static void iChooseTouchedKernel(FacetOverlaps* overlaps);
 
     template <typename Visit>
-    void visitTouched(Visit visit) {
-        chooseTouched();
+    void iVisitTouched(Visit visit) {
+        iChooseTouched();
         for (std::size_t j = 0; j < count_; ++j) {
             const auto parts = static_cast<unsigned>(parts_[j]);
             if (parts != 0) visit(at(fineCell_[j]), facet_[j], parts);
@@ -110,7 +110,7 @@ private:
     double u_[3][kCapacity];
     double v_[3][kCapacity];
     double c_[3][kCapacity];
-    /// A bit for each part in the box; `chooseTouched` leaves those that are touched. As wide as a
+    /// A bit for each part in the box; `iChooseTouched` leaves those that are touched. As wide as a
     /// double, for the sake of its loop.
     std::int64_t parts_[kCapacity];
 };

@@ -34,7 +34,7 @@ struct CellBox {
     }
 };
 
-Vector3 lift(const ktNM::vect2<double>& p) {
+Vector3 _lift(const ktNM::vect2<double>& p) {
     return {p.u, p.v, 0.0};
 }
 
@@ -103,13 +103,13 @@ void MeshFunction2D::initEvaluatorHelper() {
     cellCounts = ktNM::vect2<int>(kCellsPerAxis, kCellsPerAxis);
     for (int k = 0; k < 2; ++k)
         cellScale[k] = cellCounts[k] / (boxMax[k] - boxMin[k]);
-    fillCells();
+    iFillCells();
     facetIndex_ =
         std::make_unique<const FacetIndex>(cells, cellCounts.v, params, facets, boxMin, cellScale);
     if (extrapolateFlag) initBoundaries();
 }
 
-void MeshFunction2D::fillCells() {
+void MeshFunction2D::iFillCells() {
     const int vertexCount = static_cast<int>((std::min)(params.size(), values.size()));
     std::vector<CellBox> boxes(facets.size() / 3);
     std::vector<std::size_t> counts(at(cellCounts.u) * at(cellCounts.v));
@@ -127,7 +127,7 @@ void MeshFunction2D::fillCells() {
         }
         if (!placed) continue;
         boxes[f] = box;
-        box.forEach([&](int cu, int cv) { ++counts[cellIndex(cu, cv)]; });
+        box.forEach([&](int cu, int cv) { ++counts[iCellIndex(cu, cv)]; });
     }
     // Counted first: lists that grow step by step are moved again and again.
     cells.assign(counts.size(), std::vector<int>());
@@ -135,7 +135,7 @@ void MeshFunction2D::fillCells() {
         cells[i].reserve(counts[i]);
     for (std::size_t f = 0; f < boxes.size(); ++f) {
         boxes[f].forEach(
-            [&](int cu, int cv) { cells[cellIndex(cu, cv)].push_back(static_cast<int>(f)); });
+            [&](int cu, int cv) { cells[iCellIndex(cu, cv)].push_back(static_cast<int>(f)); });
     }
 }
 
@@ -150,7 +150,7 @@ void MeshFunction2D::initBoundaries() {
     for (BoundaryChain& chain : findBoundaryChains(facets, vertexCount)) {
         points.clear();
         for (const int v : chain.vertices) {
-            points.push_back(lift(params[at(v)]));
+            points.push_back(_lift(params[at(v)]));
         }
         boundaries.push_back(std::make_unique<PolylineProjector>(points));
         boundaryFacets.push_back(std::move(chain.facets));

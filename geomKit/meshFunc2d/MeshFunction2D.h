@@ -139,8 +139,8 @@ public:
     double iDistToEdge(int a, int b, const Point& p, bool* interior, bool useValues) const;
 
 private:
-    void fillCells();
-    std::size_t cellIndex(int cu, int cv) const {
+    void iFillCells();
+    std::size_t iCellIndex(int cu, int cv) const {
         return static_cast<std::size_t>(cu) * static_cast<std::size_t>(cellCounts.v) +
                static_cast<std::size_t>(cv);
     }

@@ -11,7 +11,7 @@ using Fault = MeshFunction2DCheck::Fault;
 using Point = MeshFunction2D::Point;
 
 /// The index of the first point that is not finite; the size if all are.
-std::size_t firstNotFinite(const std::vector<Point>& points) {
+std::size_t _firstNotFinite(const std::vector<Point>& points) {
     const auto found = std::find_if(points.begin(), points.end(), [](const Point& p) {
         return !std::isfinite(p.u) || !std::isfinite(p.v);
     });
@@ -49,10 +49,10 @@ MeshFunction2DCheck MeshFunction2D::check() const {
             return {Fault::IndexOutOfRange, i};
         }
     }
-    if (const std::size_t i = firstNotFinite(params); i < params.size()) {
+    if (const std::size_t i = _firstNotFinite(params); i < params.size()) {
         return {Fault::ParamNotFinite, i};
     }
-    if (const std::size_t i = firstNotFinite(values); i < values.size()) {
+    if (const std::size_t i = _firstNotFinite(values); i < values.size()) {
         return {Fault::ValueNotFinite, i};
     }
     return {};

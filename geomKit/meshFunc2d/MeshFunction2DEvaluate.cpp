@@ -10,7 +10,7 @@ namespace {
 using Point = MeshFunction2D::Point;
 
 /// Nowhere outside the grid.
-FacetPlace locate(const MeshFunction2D& mesh, const FacetIndex& index, const Point& p) {
+FacetPlace _locate(const MeshFunction2D& mesh, const FacetIndex& index, const Point& p) {
     const ktNM::vect2<int>& counts = mesh.cellCounts;
     Point x;
     int cell[2];
@@ -24,8 +24,8 @@ FacetPlace locate(const MeshFunction2D& mesh, const FacetIndex& index, const Poi
                        division.partCoordinate(x.v, cell[1]));
 }
 
-bool evaluateListed(const MeshFunction2D& mesh, const FacetIndex& index, const FacetCell& cell,
-                    const Point& p, Point* outValue, float* outFloat) {
+bool _evaluateListed(const MeshFunction2D& mesh, const FacetIndex& index, const FacetCell& cell,
+                     const Point& p, Point* outValue, float* outFloat) {
     for (const int* f = index.begin(cell); f != index.end(cell); ++f) {
         const int* corner = &mesh.facets[3 * at(*f)];
         if (mesh.iEvalInFacet(corner[0], corner[1], corner[2], p, outValue, outFloat, true))
@@ -38,10 +38,10 @@ bool evaluateListed(const MeshFunction2D& mesh, const FacetIndex& index, const F
 
 bool MeshFunction2D::evaluate(const Point& p, Point* outValue, float* outFloat) const {
     if (cellCounts.u < 1 || cellCounts.v < 1) return false;
-    const FacetPlace place = locate(*this, *facetIndex_, p);
+    const FacetPlace place = _locate(*this, *facetIndex_, p);
     if (place.cell == nullptr) return false;
     const FacetCell& cell = *place.cell;
-    if (cell.isListed()) return evaluateListed(*this, *facetIndex_, cell, p, outValue, outFloat);
+    if (cell.isListed()) return _evaluateListed(*this, *facetIndex_, cell, p, outValue, outFloat);
     for (unsigned rest = cell.facetsOfPart[place.part]; rest != 0; rest &= rest - 1) {
         const unsigned f = lowestBit(rest);
         const FacetWeights weights = cell.frame(f, params.data()).weightsAt(p);

@@ -51,14 +51,14 @@ struct Outputs {
     bool* found;
 };
 
-void prefetch([[maybe_unused]] const void* address) {
+void _prefetch([[maybe_unused]] const void* address) {
 #if defined(__GNUC__)
     __builtin_prefetch(address);
 #endif
 }
 
-GEOMKIT_INLINE_KERNEL void placeInGrid(const MeshFunction2D& mesh, const Point* points,
-                                       Batch& batch) {
+GEOMKIT_INLINE_KERNEL void _placeInGrid(const MeshFunction2D& mesh, const Point* points,
+                                        Batch& batch) {
     std::fill_n(batch.isInGrid, batch.count, 1);
     for (int k = 0; k < 2; ++k) {
         const double origin = mesh.boxMin[k];
@@ -74,7 +74,7 @@ GEOMKIT_INLINE_KERNEL void placeInGrid(const MeshFunction2D& mesh, const Point* 
 }
 
 /// Points outside the grid are taken along: that costs less than to leave them out.
-GEOMKIT_INLINE_KERNEL void findFineCells(const FacetIndex& index, int columns, Batch& batch) {
+GEOMKIT_INLINE_KERNEL void _findFineCells(const FacetIndex& index, int columns, Batch& batch) {
     for (std::size_t i = 0; i < batch.count; ++i)
         batch.division[i] = index.division(at(batch.cell[0][i] * columns + batch.cell[1][i]));
     for (int k = 0; k < 2; ++k) {
@@ -85,36 +85,36 @@ GEOMKIT_INLINE_KERNEL void findFineCells(const FacetIndex& index, int columns, B
     }
     for (std::size_t i = 0; i < batch.count; ++i) {
         batch.place[i] = index.place(batch.division[i], batch.part[0][i], batch.part[1][i]);
-        prefetch(batch.place[i].cell->facetsOfPart);
-        prefetch(batch.place[i].cell->vertices);
+        _prefetch(batch.place[i].cell->facetsOfPart);
+        _prefetch(batch.place[i].cell->vertices);
     }
 }
 
 /// Fetches what the first candidates need. Always inlined, because g++ takes a function that only
 /// prefetches for one without effect.
-GEOMKIT_INLINE_KERNEL void prefetchData(const MeshFunction2D& mesh, const FacetCell& cell,
-                                        unsigned candidates) {
+GEOMKIT_INLINE_KERNEL void _prefetchData(const MeshFunction2D& mesh, const FacetCell& cell,
+                                         unsigned candidates) {
     const bool hasFloats = mesh.normaldots.size() >= mesh.values.size();
     for (int n = 0; n < kPrefetched && candidates != 0; ++n, candidates &= candidates - 1) {
         for (int k = 0; k < 3; ++k) {
             const std::size_t vertex = at(cell.vertex(lowestBit(candidates), k));
-            prefetch(&mesh.params[vertex]);
-            prefetch(&mesh.values[vertex]);
-            if (hasFloats) prefetch(&mesh.normaldots[vertex]);
+            _prefetch(&mesh.params[vertex]);
+            _prefetch(&mesh.values[vertex]);
+            if (hasFloats) _prefetch(&mesh.normaldots[vertex]);
         }
     }
 }
 
 /// Starts the trials of all points that have candidates.
-GEOMKIT_INLINE_KERNEL void readCandidates(const MeshFunction2D& mesh, Batch& batch,
-                                          Trials& trials) {
+GEOMKIT_INLINE_KERNEL void _readCandidates(const MeshFunction2D& mesh, Batch& batch,
+                                           Trials& trials) {
     const bool isLarge = mesh.params.size() > kCachedVertices;
     trials.count = 0;
     for (std::size_t i = 0; i < batch.count; ++i) {
         const auto& [cell, part] = batch.place[i];
         const bool holdsFacets = (batch.isInGrid[i] != 0) & !cell->isListed();
         batch.candidates[i] = holdsFacets ? cell->facetsOfPart[part] : 0U;
-        if (isLarge) prefetchData(mesh, *cell, batch.candidates[i]);
+        if (isLarge) _prefetchData(mesh, *cell, batch.candidates[i]);
         trials.point[trials.count] = i;
         trials.count += batch.candidates[i] != 0 ? 1 : 0;
     }
@@ -122,8 +122,8 @@ GEOMKIT_INLINE_KERNEL void readCandidates(const MeshFunction2D& mesh, Batch& bat
 
 /// Tries one candidate of each point, and goes on with the points that are left. There is no branch
 /// on the outcome: which of a point's candidates accepts it cannot be predicted.
-GEOMKIT_INLINE_KERNEL void tryCandidates(const Point* points, const Point* params, Batch& batch,
-                                         Trials& trials) {
+GEOMKIT_INLINE_KERNEL void _tryCandidates(const Point* points, const Point* params, Batch& batch,
+                                          Trials& trials) {
     for (std::size_t j = 0; j < trials.count; ++j) {
         const std::size_t i = trials.point[j];
         const unsigned f = lowestBit(batch.candidates[i]);
@@ -163,17 +163,17 @@ GEOMKIT_INLINE_KERNEL void tryCandidates(const Point* points, const Point* param
 }
 
 /// Evaluates up to `kBatch` points; returns how many succeeded.
-GEOMKIT_INLINE_KERNEL std::size_t evaluateBatch(const MeshFunction2D* mesh, const FacetIndex* index,
-                                                const Point* points, std::size_t count,
-                                                Outputs outputs) {
+GEOMKIT_INLINE_KERNEL std::size_t _evaluateBatch(const MeshFunction2D* mesh,
+                                                 const FacetIndex* index, const Point* points,
+                                                 std::size_t count, Outputs outputs) {
     Batch batch;
     Trials trials;
     batch.count = count;
-    placeInGrid(*mesh, points, batch);
-    findFineCells(*index, mesh->cellCounts.v, batch);
-    readCandidates(*mesh, batch, trials);
+    _placeInGrid(*mesh, points, batch);
+    _findFineCells(*index, mesh->cellCounts.v, batch);
+    _readCandidates(*mesh, batch, trials);
     while (trials.count > 0)
-        tryCandidates(points, mesh->params.data(), batch, trials);
+        _tryCandidates(points, mesh->params.data(), batch, trials);
 
     std::size_t hits = 0;
     for (std::size_t i = 0; i < count; ++i) {
@@ -209,8 +209,8 @@ std::size_t MeshFunction2D::evaluate(const Point* points, std::size_t count, Poi
         const Outputs outputs = {outValues != nullptr ? outValues + i : nullptr,
                                  outFloats != nullptr ? outFloats + i : nullptr,
                                  outFound != nullptr ? outFound + i : nullptr};
-        hits += callWide<evaluateBatch>(mesh, index, points + i, (std::min)(kBatch, count - i),
-                                        outputs);
+        hits += callWide<_evaluateBatch>(mesh, index, points + i, (std::min)(kBatch, count - i),
+                                         outputs);
     }
     return hits;
 }

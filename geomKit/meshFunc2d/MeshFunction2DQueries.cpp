@@ -11,7 +11,7 @@
 
 namespace {
 
-bool isIndex(int i, std::size_t size) {
+bool _isIndex(int i, std::size_t size) {
     return i >= 0 && at(i) < size;
 }
 
@@ -52,7 +52,7 @@ bool MeshFunction2D::extrapolateOld(const Point& p, Point* outValue, float* outF
         cell[k] = cellCoordinate(x, cellCounts[k]);
     }
 
-    if (cells[cellIndex(cell[0], cell[1])].empty()) {
+    if (cells[iCellIndex(cell[0], cell[1])].empty()) {
         Point position(cell[0], cell[1]);
         Point step(0.5 * cellCounts.u - cell[0], 0.5 * cellCounts.v - cell[1]);
         const double absU = std::abs(step.u);
@@ -67,12 +67,12 @@ bool MeshFunction2D::extrapolateOld(const Point& p, Point* outValue, float* outF
                 cell[k] = static_cast<int>(std::floor(position[k]));
                 if (cell[k] < 0 || cell[k] >= cellCounts[k]) return false;
             }
-        } while (cells[cellIndex(cell[0], cell[1])].empty());
+        } while (cells[iCellIndex(cell[0], cell[1])].empty());
     }
 
     double best = -1.0;
     const int* nearest = nullptr;
-    for (const int f : cells[cellIndex(cell[0], cell[1])]) {
+    for (const int f : cells[iCellIndex(cell[0], cell[1])]) {
         const int* corner = &facets[3 * at(f)];
         for (int e = 0; e < 3; ++e) {
             bool interior = false;
@@ -90,7 +90,7 @@ bool MeshFunction2D::extrapolateOld(const Point& p, Point* outValue, float* outF
 bool MeshFunction2D::iEvalInFacet(int i0, int i1, int i2, const Point& p, Point* outValue,
                                   float* outFloat, bool strict) const {
     const std::size_t size = params.size() < values.size() ? params.size() : values.size();
-    if (!isIndex(i0, size) || !isIndex(i1, size) || !isIndex(i2, size)) return false;
+    if (!_isIndex(i0, size) || !_isIndex(i1, size) || !_isIndex(i2, size)) return false;
     const Point& p0 = params[at(i0)];
     const FacetEdges edges(p0, params[at(i1)], params[at(i2)]);
     if (edges.isDegenerate()) return false;
@@ -105,7 +105,7 @@ double MeshFunction2D::iDistToEdge(int a, int b, const Point& p, bool* interior,
                                    bool useValues) const {
     if (interior != nullptr) *interior = false;
     const std::vector<Point>& points = useValues ? values : params;
-    if (!isIndex(a, points.size()) || !isIndex(b, points.size())) {
+    if (!_isIndex(a, points.size()) || !_isIndex(b, points.size())) {
         return std::numeric_limits<double>::infinity();
     }
     const Point e = points[at(b)] - points[at(a)];

@@ -16,20 +16,20 @@ const std::string kClassName = "MeshFunction2D";
 
 /// The field of a sequence, its elements named with the singular of its name.
 template <typename T>
-boost::intrusive_ptr<Field> sequence(const std::string& name,
-                                     std::vector<T> MeshFunction2D::*member) {
+boost::intrusive_ptr<Field> _sequence(const std::string& name,
+                                      std::vector<T> MeshFunction2D::*member) {
     using Handler = SequenceTypeHandler<SimpleTypeHandler<T>>;
     return new MemberField(name, MemberAccessor(member), Handler(getSingularName(name)));
 }
 
-ClassDesc describe(const ClassDesc& base) {
+ClassDesc _describe(const ClassDesc& base) {
     const MemberAccessor flag(&MeshFunction2D::extrapolateFlag);
     ClassDesc desc(kClassName);
     desc.add(new CompositeField("super", base));
-    desc.add(sequence("params", &MeshFunction2D::params));
-    desc.add(sequence("values", &MeshFunction2D::values));
-    desc.add(sequence("normaldots", &MeshFunction2D::normaldots));
-    desc.add(sequence("facets", &MeshFunction2D::facets));
+    desc.add(_sequence("params", &MeshFunction2D::params));
+    desc.add(_sequence("values", &MeshFunction2D::values));
+    desc.add(_sequence("normaldots", &MeshFunction2D::normaldots));
+    desc.add(_sequence("facets", &MeshFunction2D::facets));
     desc.add(new MemberField("extrapolateFlag", flag, SimpleTypeHandler<bool>()));
     return desc;
 }
@@ -50,7 +50,7 @@ const SerializableFactory<MeshFunction2D> kFactory(kClassName);
 
 const boost::intrusive_ptr<CompositeField>& MeshFunction2D::classField() const {
     static const boost::intrusive_ptr<CompositeField> field(
-        new CompositeField(kClassName, describe(Serializable::classField()->desc())));
+        new CompositeField(kClassName, _describe(Serializable::classField()->desc())));
     return field;
 }
 

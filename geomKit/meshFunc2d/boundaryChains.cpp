@@ -50,19 +50,20 @@ public:
     BoundaryFinder(const std::vector<int>& facets, int vertexCount)
         : facets_(facets), vertexCount_(vertexCount) {}
 
-    std::vector<BoundaryChain> run() { return walk(boundaryEdges()); }
+    std::vector<BoundaryChain> run() { return iWalk(iBoundaryEdges()); }
 
 private:
-    int from(int position) const { return facets_[at(position)]; }
-    int to(int position) const {
+    int iFrom(int position) const { return facets_[at(position)]; }
+    int iTo(int position) const {
         return facets_[at(position % 3 == 2 ? position - 2 : position + 1)];
     }
-    bool isVertex(int v) const { return v >= 0 && v < vertexCount_; }
+    bool iIsVertex(int v) const { return v >= 0 && v < vertexCount_; }
 
     template <typename Visitor>
-    void forEachHalfEdge(Visitor&& visit) const {
+    void iForEachHalfEdge(Visitor&& visit) const {
         for (int i = 0; at(i) + 2 < facets_.size(); i += 3) {
-            if (!isVertex(from(i)) || !isVertex(from(i + 1)) || !isVertex(from(i + 2))) continue;
+            if (!iIsVertex(iFrom(i)) || !iIsVertex(iFrom(i + 1)) || !iIsVertex(iFrom(i + 2)))
+                continue;
             for (int k = i; k < i + 3; ++k)
                 visit(k);
         }
@@ -70,13 +71,13 @@ private:
 
     /// Half-edges that are not cancelled, by position. The half-edges of an edge are taken in
     /// order: one that meets its opposite removes it, any other replaces what waits.
-    std::vector<int> boundaryEdges() const {
+    std::vector<int> iBoundaryEdges() const {
         SpokesByVertex spokes(vertexCount_);
-        forEachHalfEdge([&](int k) { spokes.announce((std::min)(from(k), to(k))); });
+        iForEachHalfEdge([&](int k) { spokes.announce((std::min)(iFrom(k), iTo(k))); });
         spokes.allocate();
-        forEachHalfEdge([&](int k) {
-            const int a = from(k);
-            const int b = to(k);
+        iForEachHalfEdge([&](int k) {
+            const int a = iFrom(k);
+            const int b = iTo(k);
             spokes.put((std::min)(a, b), {(std::max)(a, b), k});
         });
         spokes.sort();
@@ -88,8 +89,8 @@ private:
                 const int otherEnd = spoke->otherEnd;
                 int waiting = -1;
                 for (; spoke != end && spoke->otherEnd == otherEnd; ++spoke) {
-                    const bool cancels = waiting >= 0 && from(waiting) == to(spoke->position) &&
-                                         to(waiting) == from(spoke->position);
+                    const bool cancels = waiting >= 0 && iFrom(waiting) == iTo(spoke->position) &&
+                                         iTo(waiting) == iFrom(spoke->position);
                     waiting = cancels ? -1 : spoke->position;
                 }
                 if (waiting >= 0) open.push_back(waiting);
@@ -98,13 +99,13 @@ private:
         return open;
     }
 
-    std::vector<BoundaryChain> walk(const std::vector<int>& edges) const {
+    std::vector<BoundaryChain> iWalk(const std::vector<int>& edges) const {
         SpokesByVertex outgoing(vertexCount_);
         for (const int k : edges)
-            outgoing.announce(from(k));
+            outgoing.announce(iFrom(k));
         outgoing.allocate();
         for (const int k : edges)
-            outgoing.put(from(k), {to(k), k});
+            outgoing.put(iFrom(k), {iTo(k), k});
         outgoing.sort();
         std::vector<const Spoke*> next(at(vertexCount_));
         for (int v = 0; v < vertexCount_; ++v)

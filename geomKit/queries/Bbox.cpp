@@ -8,24 +8,24 @@ namespace {
 
 // The comparisons decide what NaN and zeros of both signs give: `v` replaces `kept` only when it is
 // strictly beyond it. Written this way each is one vector instruction.
-double lower(double v, double kept) {
+double _lower(double v, double kept) {
     return v < kept ? v : kept;
 }
 
-double higher(double v, double kept) {
+double _higher(double v, double kept) {
     return v > kept ? v : kept;
 }
 
-Vector3 lower(const Vector3& v, const Vector3& kept) {
-    return {lower(v.x, kept.x), lower(v.y, kept.y), lower(v.z, kept.z)};
+Vector3 _lower(const Vector3& v, const Vector3& kept) {
+    return {_lower(v.x, kept.x), _lower(v.y, kept.y), _lower(v.z, kept.z)};
 }
 
-Vector3 higher(const Vector3& v, const Vector3& kept) {
-    return {higher(v.x, kept.x), higher(v.y, kept.y), higher(v.z, kept.z)};
+Vector3 _higher(const Vector3& v, const Vector3& kept) {
+    return {_higher(v.x, kept.x), _higher(v.y, kept.y), _higher(v.z, kept.z)};
 }
 
 // The first zero of an axis in the list; its sign is the one that a pass in order would have kept.
-double firstZero(const std::vector<Vector3>& pts, double Vector3::*axis) {
+double _firstZero(const std::vector<Vector3>& pts, double Vector3::*axis) {
     for (const Vector3& p : pts) {
         if (p.*axis == 0.0) return p.*axis;
     }
@@ -47,7 +47,7 @@ struct Lanes {
 using Quad = double __attribute__((vector_size(4 * sizeof(double))));
 constexpr std::size_t kQuads = 3;
 
-GEOMKIT_INLINE_KERNEL void widenByQuads(const Vector3* pts, std::size_t blocks, Lanes* lanes) {
+GEOMKIT_INLINE_KERNEL void _widenByQuads(const Vector3* pts, std::size_t blocks, Lanes* lanes) {
     Quad lo[kQuads];
     Quad hi[kQuads];
     std::memcpy(lo, lanes->lo, sizeof lo);
@@ -66,16 +66,16 @@ GEOMKIT_INLINE_KERNEL void widenByQuads(const Vector3* pts, std::size_t blocks, 
     std::memcpy(lanes->hi, hi, sizeof hi);
 }
 
-void widen(const Vector3* pts, std::size_t blocks, Lanes& lanes) {
-    callWide<widenByQuads>(pts, blocks, &lanes);
+void _widen(const Vector3* pts, std::size_t blocks, Lanes& lanes) {
+    callWide<_widenByQuads>(pts, blocks, &lanes);
 }
 
 #else
 
-void widen(const Vector3* pts, std::size_t blocks, Lanes& lanes) {
+void _widen(const Vector3* pts, std::size_t blocks, Lanes& lanes) {
     for (std::size_t i = 0; i < kLanes * blocks; ++i) {
-        lanes.lo[i % kLanes] = lower(pts[i], lanes.lo[i % kLanes]);
-        lanes.hi[i % kLanes] = higher(pts[i], lanes.hi[i % kLanes]);
+        lanes.lo[i % kLanes] = _lower(pts[i], lanes.lo[i % kLanes]);
+        lanes.hi[i % kLanes] = _higher(pts[i], lanes.hi[i % kLanes]);
     }
 }
 
@@ -92,28 +92,28 @@ Bbox::Bbox(const std::vector<Vector3>& pts) {
     const Vector3 first = pts[0];
     Lanes lanes = {{first, first, first, first}, {first, first, first, first}};
     const std::size_t blocks = pts.size() / kLanes;
-    widen(pts.data(), blocks, lanes);
+    _widen(pts.data(), blocks, lanes);
     for (std::size_t k = 0; k < kLanes; ++k) {
-        minPt = lower(lanes.lo[k], minPt);
-        maxPt = higher(lanes.hi[k], maxPt);
+        minPt = _lower(lanes.lo[k], minPt);
+        maxPt = _higher(lanes.hi[k], maxPt);
     }
     for (std::size_t i = kLanes * blocks; i < pts.size(); ++i) {
-        minPt = lower(pts[i], minPt);
-        maxPt = higher(pts[i], maxPt);
+        minPt = _lower(pts[i], minPt);
+        maxPt = _higher(pts[i], maxPt);
     }
 
     // The lanes may have met the zeros of an axis in another order than the list has them.
     for (double Vector3::*axis : {&Vector3::x, &Vector3::y, &Vector3::z}) {
-        if (minPt.*axis == 0.0) minPt.*axis = firstZero(pts, axis);
-        if (maxPt.*axis == 0.0) maxPt.*axis = firstZero(pts, axis);
+        if (minPt.*axis == 0.0) minPt.*axis = _firstZero(pts, axis);
+        if (maxPt.*axis == 0.0) maxPt.*axis = _firstZero(pts, axis);
     }
 }
 
 Bbox Bbox::operator+(const Bbox& other) const {
     Bbox sum;
     if (isValid() && other.isValid()) {
-        sum.minPt = lower(other.minPt, minPt);
-        sum.maxPt = higher(other.maxPt, maxPt);
+        sum.minPt = _lower(other.minPt, minPt);
+        sum.maxPt = _higher(other.maxPt, maxPt);
     }
     return sum;
 }
@@ -129,8 +129,8 @@ void Bbox::isec(const Bbox& other) {
         reset();
         return;
     }
-    minPt = higher(other.minPt, minPt);
-    maxPt = lower(other.maxPt, maxPt);
+    minPt = _higher(other.minPt, minPt);
+    maxPt = _lower(other.maxPt, maxPt);
 }
 
 void Bbox::boundsInDir(UVector3 dir, Vector3* low, Vector3* high) const {

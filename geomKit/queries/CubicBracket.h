@@ -41,8 +41,8 @@ struct CubicBracket {
     double middle() const { return (lo + hi) * 0.5; }
     /// The zero of the chord, kept inside.
     double cut() const { return isWide() ? wideCut() : narrowCut(); }
-    double wideCut() const { return chordZero(lo + kCutInset, hi - kCutInset); }
-    double narrowCut() const { return chordZero(lo, hi); }
+    double wideCut() const { return iChordZero(lo + kCutInset, hi - kCutInset); }
+    double narrowCut() const { return iChordZero(lo, hi); }
     /// The difference is signed on purpose: a falling cubic is only ever halved.
     bool mayBeCut() const { return !(fHi - fLo <= kValueTol); }
     bool keepsHi(double fx) const { return fx * fHi <= 0.0; }
@@ -72,7 +72,7 @@ private:
     /// An overflowed chord has no zero: NaN becomes the upper bound, and the halving of the next
     /// step makes the progress. The test comes first because it is predicted; the selections that
     /// it avoids would delay every step.
-    double chordZero(double lower, double upper) const {
+    double iChordZero(double lower, double upper) const {
         const double x = (fHi * lo - fLo * hi) / (fHi - fLo);
         if (x > lower && x < upper) return x;
         const double clipped = x < upper ? x : upper;

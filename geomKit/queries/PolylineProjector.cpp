@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "geomKit/at.h"
+#include "geomKit/queries/isFinite.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
 
 namespace {
@@ -23,19 +24,15 @@ constexpr double kVertexHandicap = 1e-13;
 /// worst-case analysis of the formulas needs.
 constexpr double kRounding = 0x1p-46;
 
-std::int32_t middle(std::int32_t first, std::int32_t last) {
+std::int32_t _middle(std::int32_t first, std::int32_t last) {
     return first + (last - first) / 2;
 }
 
-bool isShort(std::int32_t first, std::int32_t last) {
+bool _isShort(std::int32_t first, std::int32_t last) {
     return last - first < kShortRun;
 }
 
-bool isFinite(const Vector3& v) {
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-}
-
-double distSqToBox(const Vector3& x, const Vector3& low, const Vector3& high) {
+double _distSqToBox(const Vector3& x, const Vector3& low, const Vector3& high) {
     const auto outside = [](double v, double lo, double hi) {
         return (std::max)(0.0, (std::max)(lo - v, v - hi));
     };
@@ -50,8 +47,8 @@ struct Nearest {
 };
 
 /// The first of the nearest segments first..last-1; `first` itself if none is below infinity.
-Nearest scanSegments(const std::vector<Vector3>& points, std::int32_t first, std::int32_t last,
-                     const Vector3& x) {
+Nearest _scanSegments(const std::vector<Vector3>& points, std::int32_t first, std::int32_t last,
+                      const Vector3& x) {
     Nearest nearest = {kInfinity, first};
     for (std::int32_t k = first; k < last; ++k) {
         const double d = distSqToLineSegment(x, points[at(k)], points[at(k + 1)], nullptr);
@@ -73,8 +70,8 @@ public:
         : line_(line), x_(x), last_(static_cast<std::int32_t>(line.points.size()) - 1) {}
 
     std::int32_t run() {
-        considerEnd(0, 0);
-        considerEnd(last_, last_ - 1);
+        iConsiderEnd(0, 0);
+        iConsiderEnd(last_, last_ - 1);
 
         struct Pending {
             double bound;
@@ -83,20 +80,20 @@ public:
         // One entry a level, and an index range halves 31 times at most.
         Pending stack[32];
         int depth = 0;
-        Pending here = {boundOf(0), 0, 0, last_};
+        Pending here = {iBoundOf(0), 0, 0, last_};
         for (;;) {
             if (!(here.bound > best_)) {
-                if (!isShort(here.first, here.last)) {
-                    const std::int32_t m = middle(here.first, here.last);
+                if (!_isShort(here.first, here.last)) {
+                    const std::int32_t m = _middle(here.first, here.last);
                     const std::int32_t secondNode = line_.runs_[at(here.node)].secondHalf;
-                    Pending near = {boundOf(here.node + 1), here.node + 1, here.first, m};
-                    Pending far = {boundOf(secondNode), secondNode, m, here.last};
+                    Pending near = {iBoundOf(here.node + 1), here.node + 1, here.first, m};
+                    Pending far = {iBoundOf(secondNode), secondNode, m, here.last};
                     if (far.bound < near.bound) std::swap(near, far);
                     stack[depth++] = far;
                     here = near;
                     continue;
                 }
-                scan(here.first, here.last);
+                iScan(here.first, here.last);
             }
             if (depth == 0) return winner_.segment;
             here = stack[--depth];
@@ -113,13 +110,13 @@ private:
         bool isBeyond(std::int32_t m) const { return vertex >= 0 ? vertex > m : segment >= m; }
     };
 
-    double boundOf(std::int32_t node) const {
+    double iBoundOf(std::int32_t node) const {
         const RunBox& box = line_.runs_[at(node)];
-        const double d = distSqToBox(x_, box.low, box.high);
+        const double d = _distSqToBox(x_, box.low, box.high);
         return d - (kRounding * d + box.rounding);
     }
 
-    void considerEnd(std::int32_t vertex, std::int32_t ownSegment) {
+    void iConsiderEnd(std::int32_t vertex, std::int32_t ownSegment) {
         const double d = distSq(line_.points[at(vertex)], x_) + kVertexHandicap;
         if (d < best_) {
             best_ = d;
@@ -127,26 +124,26 @@ private:
         }
     }
 
-    void consider(double d, const Candidate& candidate) {
-        if (d < best_ || (d == best_ && !endWins_ && isBefore(candidate, winner_))) {
+    void iConsider(double d, const Candidate& candidate) {
+        if (d < best_ || (d == best_ && !endWins_ && iIsBefore(candidate, winner_))) {
             best_ = d;
             winner_ = candidate;
             endWins_ = false;
         }
     }
 
-    void scan(std::int32_t first, std::int32_t last) {
+    void iScan(std::int32_t first, std::int32_t last) {
         // Every first vertex of a short run but the polyline's own was split at on the way.
         if (first > 0) {
-            consider(distSq(line_.points[at(first)], x_) + kVertexHandicap, {first - 1, first});
+            iConsider(distSq(line_.points[at(first)], x_) + kVertexHandicap, {first - 1, first});
         }
-        const Nearest run = scanSegments(line_.points, first, last, x_);
-        consider(run.distanceSq, {run.segment, -1});
+        const Nearest run = _scanSegments(line_.points, first, last, x_);
+        iConsider(run.distanceSq, {run.segment, -1});
     }
 
     /// Lower bound of the distance to a run from its chord and arc length; 0 where rounding leaves
     /// none.
-    double chordBound(std::int32_t first, std::int32_t last) const {
+    double iChordBound(std::int32_t first, std::int32_t last) const {
         const Vector3& a = line_.points[at(first)];
         const Vector3& b = line_.points[at(last)];
         const double length = line_.arcLength[at(last)] - line_.arcLength[at(first)];
@@ -157,15 +154,15 @@ private:
     }
 
     /// True when the search through runs by falling bound meets `a` before `b`.
-    bool isBefore(const Candidate& a, const Candidate& b) const {
+    bool iIsBefore(const Candidate& a, const Candidate& b) const {
         std::int32_t first = 0;
         std::int32_t last = last_;
-        while (!isShort(first, last)) {
-            const std::int32_t m = middle(first, last);
+        while (!_isShort(first, last)) {
+            const std::int32_t m = _middle(first, last);
             if (a.vertex == m || b.vertex == m) return a.vertex == m && b.vertex != m;
             if (a.isBeyond(m) != b.isBeyond(m)) {
-                return a.isBeyond(m) ? !isFirstHalfMetFirst(b, first, m, a, last)
-                                     : isFirstHalfMetFirst(a, first, m, b, last);
+                return a.isBeyond(m) ? !iIsFirstHalfMetFirst(b, first, m, a, last)
+                                     : iIsFirstHalfMetFirst(a, first, m, b, last);
             }
             (a.isBeyond(m) ? first : last) = m;
         }
@@ -174,18 +171,18 @@ private:
 
     /// With `a` in the run from `first` to `m` and `b` in that from `m` to `last`: which is met
     /// first when the run of larger bound is always taken next, and the first of equal ones?
-    bool isFirstHalfMetFirst(const Candidate& a, std::int32_t first, std::int32_t m,
-                             const Candidate& b, std::int32_t last) const {
-        Path pathA = {a, first, m, chordBound(first, m)};
-        Path pathB = {b, m, last, chordBound(m, last)};
+    bool iIsFirstHalfMetFirst(const Candidate& a, std::int32_t first, std::int32_t m,
+                              const Candidate& b, std::int32_t last) const {
+        Path pathA = {a, first, m, iChordBound(first, m)};
+        Path pathB = {b, m, last, iChordBound(m, last)};
         for (;;) {
             const bool takeA = pathA.bound >= pathB.bound;
             Path& path = takeA ? pathA : pathB;
-            if (isShort(path.first, path.last)) return takeA;
-            const std::int32_t split = middle(path.first, path.last);
+            if (_isShort(path.first, path.last)) return takeA;
+            const std::int32_t split = _middle(path.first, path.last);
             if (path.target.vertex == split) return takeA;
             (path.target.isBeyond(split) ? path.first : path.last) = split;
-            path.bound = chordBound(path.first, path.last);
+            path.bound = iChordBound(path.first, path.last);
         }
     }
 
@@ -210,10 +207,10 @@ PolylineProjector::PolylineProjector(const std::vector<Vector3>& pts)
         arcLength[i] = arcLength[i - 1] + dist(points[i - 1], points[i]);
     }
     const auto count = static_cast<std::int32_t>(points.size());
-    if (count >= kShortPolyline) addRun(0, count - 1);
+    if (count >= kShortPolyline) iAddRun(0, count - 1);
 }
 
-void PolylineProjector::addRun(std::int32_t first, std::int32_t last) {
+void PolylineProjector::iAddRun(std::int32_t first, std::int32_t last) {
     const std::size_t node = runs_.size();
     runs_.emplace_back();
     RunBox box = {Vector3(kInfinity, kInfinity, kInfinity),
@@ -224,7 +221,7 @@ void PolylineProjector::addRun(std::int32_t first, std::int32_t last) {
         box.high = Vector3((std::max)(box.high.x, high.x), (std::max)(box.high.y, high.y),
                            (std::max)(box.high.z, high.z));
     };
-    if (isShort(first, last)) {
+    if (_isShort(first, last)) {
         for (std::int32_t i = first; i <= last; ++i) {
             // A segment at a vertex that is not finite may be at any distance.
             const Vector3 everywhere(kInfinity, kInfinity, kInfinity);
@@ -232,11 +229,11 @@ void PolylineProjector::addRun(std::int32_t first, std::int32_t last) {
                                     : include(-everywhere, everywhere);
         }
     } else {
-        const std::int32_t m = middle(first, last);
-        addRun(first, m);
+        const std::int32_t m = _middle(first, last);
+        iAddRun(first, m);
         include(runs_[node + 1].low, runs_[node + 1].high);
         box.secondHalf = static_cast<std::int32_t>(runs_.size());
-        addRun(m, last);
+        iAddRun(m, last);
         include(runs_[at(box.secondHalf)].low, runs_[at(box.secondHalf)].high);
     }
     box.rounding = kRounding * (box.high - box.low).lengthSq();
@@ -257,7 +254,7 @@ PolylineProjection PolylineProjector::nearest(const Vector3& x) const {
         if (!points.empty()) result.point = points[0];
         return result;
     }
-    result.segment = nearestSegment(x);
+    result.segment = iNearestSegment(x);
     const Vector3& a = points[at(result.segment)];
     const Vector3& b = points[at(result.segment + 1)];
     const Vector3 ab = b - a;
@@ -281,7 +278,7 @@ void PolylineProjector::nearest(const Vector3* queries, std::size_t count,
         results[i] = nearest(queries[i]);
 }
 
-std::int32_t PolylineProjector::nearestSegment(const Vector3& x) const {
+std::int32_t PolylineProjector::iNearestSegment(const Vector3& x) const {
     if (!runs_.empty()) return Search(*this, x).run();
-    return scanSegments(points, 0, static_cast<std::int32_t>(points.size()) - 1, x).segment;
+    return _scanSegments(points, 0, static_cast<std::int32_t>(points.size()) - 1, x).segment;
 }

@@ -76,8 +76,8 @@ private:
         std::int32_t secondHalf;
     };
 
-    void addRun(std::int32_t first, std::int32_t last);
-    std::int32_t nearestSegment(const Vector3& x) const;
+    void iAddRun(std::int32_t first, std::int32_t last);
+    std::int32_t iNearestSegment(const Vector3& x) const;
 
     std::vector<RunBox> runs_;
 };

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "geomKit/queries/isFinite.h"
+
 namespace {
 
 /// Cells are doubled while the grid inside its border has at least this many.
@@ -11,11 +13,7 @@ constexpr double kMaxInnerCells = 10000.0;
 /// A grid stays below this with its borders. It binds only for flat sets.
 constexpr double kMaxCells = 0x1p24;
 
-bool isFinite(const Vector3& v) {
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-}
-
-void extend(double v, double& least, double& greatest) {
+void _extend(double v, double& least, double& greatest) {
     if (v < least) least = v;
     if (v > greatest) greatest = v;
 }
@@ -29,9 +27,9 @@ ProximityTester::ProximityTester(std::vector<Vector3> const& pts, double radius)
     Vector3 least(pts[0] * axisX, pts[0] * axisY, pts[0] * axisZ);
     Vector3 greatest = least;
     for (const Vector3& p : pts) {
-        extend(p * axisX, least.x, greatest.x);
-        extend(p * axisY, least.y, greatest.y);
-        extend(p * axisZ, least.z, greatest.z);
+        _extend(p * axisX, least.x, greatest.x);
+        _extend(p * axisY, least.y, greatest.y);
+        _extend(p * axisZ, least.z, greatest.z);
     }
     if (!iLayOut(least, greatest, radius)) {
         iSetEndless();

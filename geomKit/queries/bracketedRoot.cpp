@@ -16,7 +16,7 @@ constexpr int kMaxSteps = 101;
 /// Up to here `kCutInset` can be added to an end almost exactly.
 constexpr double kLargestInsetBracket = 1e5;
 
-CubicBracket findBracket(const CubicPolynomial& f) {
+CubicBracket _findBracket(const CubicPolynomial& f) {
     CubicBracket b = {-1.0, 1.0, f(-1.0), f(1.0)};
     // At infinity the values differ in sign or are NaN, so the second test only says so.
     while (b.fHi * b.fLo > 0.0 && b.hi < kInfinity) {
@@ -28,7 +28,7 @@ CubicBracket findBracket(const CubicPolynomial& f) {
 
 /// Cuts and halves in turn. Half of a bracket that was cut inside its insets is wider than
 /// `kBracketTol`, so no step needs the stop test.
-void stepWhileWide(const CubicPolynomial& f, CubicBracket& b, int& step) {
+void _stepWhileWide(const CubicPolynomial& f, CubicBracket& b, int& step) {
     for (; step < kMaxSteps && b.isWide() && b.mayBeCut(); step += 2) {
         b.splitAt(b.wideCut(), f);
         b.halve(f);
@@ -37,7 +37,7 @@ void stepWhileWide(const CubicPolynomial& f, CubicBracket& b, int& step) {
 
 /// Halves with fLo = 0 in a narrow bracket for as long as `lo` stays. Of a cut a product and the
 /// quotient remain, which shows that it falls on `lo`, and of the stop test the value of `hi`.
-void stepTowardsZeroAtLo(const CubicPolynomial& f, CubicBracket& b, int& step) {
+void _stepTowardsZeroAtLo(const CubicPolynomial& f, CubicBracket& b, int& step) {
     for (; step < kMaxSteps && b.fHi > kValueTol && b.fHi * b.lo / b.fHi <= b.lo; step += 2) {
         const double x = b.middle();
         const double fx = f(x);
@@ -47,10 +47,10 @@ void stepTowardsZeroAtLo(const CubicPolynomial& f, CubicBracket& b, int& step) {
 }
 
 /// Cuts and halves in turn; returns whether the stop test ended that.
-bool stepWhileNarrow(const CubicPolynomial& f, CubicBracket& b, int& step) {
+bool _stepWhileNarrow(const CubicPolynomial& f, CubicBracket& b, int& step) {
     for (; step < kMaxSteps && !b.isWide() && b.mayBeCut(); step += 2) {
         if (b.fLo == 0.0) {
-            stepTowardsZeroAtLo(f, b, step);
+            _stepTowardsZeroAtLo(f, b, step);
             if (b.isDone()) return true;
             if (!b.mayBeCut() || step >= kMaxSteps) return false;
         }
@@ -72,15 +72,15 @@ bool stepWhileNarrow(const CubicPolynomial& f, CubicBracket& b, int& step) {
 }  // namespace
 
 double findBracketedRoot(const CubicPolynomial& f) {
-    CubicBracket b = findBracket(f);
+    CubicBracket b = _findBracket(f);
     int step = 1;
     if (!b.mayBeCut()) {
         const HalvedBracket halved = halveFalling(f, b);
         b = halved.bracket;
         step += halved.halvings;
     } else if (b.hi <= kLargestInsetBracket) {
-        stepWhileWide(f, b, step);
-        if (stepWhileNarrow(f, b, step)) return b.nearerEnd();
+        _stepWhileWide(f, b, step);
+        if (_stepWhileNarrow(f, b, step)) return b.nearerEnd();
     }
     // A step depends on the bracket and its parity alone: after two that changed nothing, none
     // will. Where rounding keeps the values above the tolerance this saves the rest of the steps.

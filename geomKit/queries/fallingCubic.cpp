@@ -26,7 +26,7 @@ struct Interval {
 
 /// Whether f' < 0 in all of the bracket, by its Taylor expansion at the middle. The margin is ten
 /// times what rounding can do.
-bool falls(const CubicPolynomial& f, const CubicBracket& b) {
+bool _falls(const CubicPolynomial& f, const CubicBracket& b) {
     const double x = b.middle();
     const double h = b.width() * 0.5;
     const double change = (std::abs(f.bend(x)) + 3.0 * std::abs(f.a) * h) * h;
@@ -36,7 +36,7 @@ bool falls(const CubicPolynomial& f, const CubicBracket& b) {
 /// An interval about the root of a falling bracket. At its ends the values exceed 3 times the
 /// noise, the exact ones hence 2 times. Outside of it, f being monotone, so do the exact ones, and
 /// the computed ones exceed the noise: their signs are certain.
-bool encloseRoot(const CubicPolynomial& f, const CubicBracket& b, Interval& root) {
+bool _encloseRoot(const CubicPolynomial& f, const CubicBracket& b, Interval& root) {
     const double noise = kNoise * f.largest(std::max(std::abs(b.lo), std::abs(b.hi)));
     double x = b.middle();
     double slope = 0.0;
@@ -54,7 +54,7 @@ bool encloseRoot(const CubicPolynomial& f, const CubicBracket& b, Interval& root
 }
 
 /// Goes on to the deepest bracket that holds `root`, if it is deeper than the present one.
-void descend(const CubicPolynomial& f, double size, const Interval& root, HalvedBracket& at) {
+void _descend(const CubicPolynomial& f, double size, const Interval& root, HalvedBracket& at) {
     // Counted from both ends, so that a root's bound on a boundary belongs to the side of the root.
     constexpr std::int64_t kCells = std::int64_t{1} << kLastLevel;
     double width = size * kLastWidth;
@@ -78,19 +78,19 @@ void descend(const CubicPolynomial& f, double size, const Interval& root, Halved
 HalvedBracket halveFalling(const CubicPolynomial& f, const CubicBracket& start) {
     HalvedBracket at = {start, 0};
     if (!(start.fLo > 0.0 && start.fHi < 0.0 && start.hi <= kLargestBracket)) return at;
-    for (; !falls(f, at.bracket); ++at.halvings) {
+    for (; !_falls(f, at.bracket); ++at.halvings) {
         if (at.bracket.mayBeCut() || at.halvings == kEvaluatedHalvings) return at;
         at.bracket.halve(f);
     }
     Interval root;
-    if (!encloseRoot(f, at.bracket, root)) return at;
-    descend(f, start.hi, root, at);
+    if (!_encloseRoot(f, at.bracket, root)) return at;
+    _descend(f, start.hi, root, at);
     if (at.halvings >= kLastLevel - 4) return at;
     // A middle lies within the interval, as when the root is a short number. Once it is decided,
     // one end of the bracket stays there and the other halvings are certain again.
     at.bracket.halve(f);
     ++at.halvings;
     root = {std::max(root.lo, at.bracket.lo), std::min(root.hi, at.bracket.hi)};
-    descend(f, start.hi, root, at);
+    _descend(f, start.hi, root, at);
     return at;
 }

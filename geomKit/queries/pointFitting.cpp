@@ -4,7 +4,7 @@
 
 namespace {
 
-Vector3 centroid(std::vector<Vector3> const& pts, double inv) {
+Vector3 _centroid(std::vector<Vector3> const& pts, double inv) {
     Vector3 sum;
     for (const Vector3& p : pts)
         sum += p;
@@ -12,7 +12,7 @@ Vector3 centroid(std::vector<Vector3> const& pts, double inv) {
 }
 
 /// The sums of the outer products are symmetric bit for bit, so six of the nine do.
-Matrix3 covariance(std::vector<Vector3> const& pts, const Vector3& center, double inv) {
+Matrix3 _covariance(std::vector<Vector3> const& pts, const Vector3& center, double inv) {
     Vector3 squares;  // xx, yy, zz
     Vector3 mixed;    // yz, zx, xy
     for (const Vector3& p : pts) {
@@ -32,9 +32,9 @@ bool _getCenterAndEigv(std::vector<Vector3> const& pts, Vector3* center, UVector
                        bool largest) {
     if (pts.size() < 2) return false;
     const double inv = 1.0 / static_cast<double>(pts.size());
-    const Vector3 mean = centroid(pts, inv);
+    const Vector3 mean = _centroid(pts, inv);
     UVector3 axes[3];
-    covariance(pts, mean, inv).getEigensystem(nullptr, axes);
+    _covariance(pts, mean, inv).getEigensystem(nullptr, axes);
     if (center != nullptr) *center = mean;
     if (axis != nullptr) *axis = axes[largest ? 2 : 0];
     return true;

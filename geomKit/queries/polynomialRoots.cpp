@@ -9,7 +9,7 @@
 namespace {
 
 /// A critical point at which the cubic vanishes, within tolerance.
-bool findMultipleRoot(const CubicPolynomial& f, double& root) {
+bool _findMultipleRoot(const CubicPolynomial& f, double& root) {
     double critical[2];
     if (solveQuadratic(3.0 * f.a, 2.0 * f.b, f.c, critical) != 2) return false;
     for (const double x : critical) {
@@ -22,7 +22,7 @@ bool findMultipleRoot(const CubicPolynomial& f, double& root) {
 }
 
 /// A fixed network, because std::sort is undefined with NaN; here NaN exchanges with nothing.
-void sortThree(double* v) {
+void _sortThree(double* v) {
     if (v[0] > v[1]) std::swap(v[0], v[1]);
     if (v[1] > v[2]) std::swap(v[1], v[2]);
     if (v[0] > v[1]) std::swap(v[0], v[1]);
@@ -53,10 +53,10 @@ int solveCubic(double a, double b, double c, double d, double* roots) {
     if (std::abs(a) < kNullComponentTol) return solveQuadratic(b, c, d, roots);
     const CubicPolynomial f = {a, b, c, d};
     double r;
-    if (!findMultipleRoot(f, r)) r = findBracketedRoot(f);
+    if (!_findMultipleRoot(f, r)) r = findBracketedRoot(f);
     roots[0] = r;
     const double deflated = a * r + b;
     const int others = solveQuadratic(a, deflated, deflated * r + c, roots + 1);
-    if (others > 0) sortThree(roots);
+    if (others > 0) _sortThree(roots);
     return others + 1;
 }

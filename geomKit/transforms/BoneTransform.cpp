@@ -7,7 +7,7 @@
 
 namespace {
 
-Matrix3 diagonal(double d0, double d1, double d2) {
+Matrix3 _diagonal(double d0, double d1, double d2) {
     return {Vector3(d0, 0.0, 0.0), Vector3(0.0, d1, 0.0), Vector3(0.0, 0.0, d2)};
 }
 
@@ -22,7 +22,7 @@ BoneTransform::BoneTransform(const Vector3& restStart, const Vector3& restEnd,
 
     const Matrix3 toX = Matrix3::rotationMatrix(poseDirection, UVector3(1.0, 0.0, 0.0));
     const double ratio = dist(poseStart, poseEnd) / dist(restStart, restEnd);
-    linear = toX.transpose() * (diagonal(ratio, 1.0, 1.0) * (toX * turned));
+    linear = toX.transpose() * (_diagonal(ratio, 1.0, 1.0) * (toX * turned));
     translation = poseStart - linear * restStart;
 }
 
@@ -41,13 +41,13 @@ BoneTransform BoneTransform::interpolate(const BoneTransform& x, double t) {
     for (int i = 0; i < 3; ++i) {
         d[i] = std::sqrt(std::abs(eigs[i]));  // rounding may leave a tiny negative eigenvalue
     }
-    const Matrix3 N = (E * diagonal(d[0], d[1], d[2])).inverse() * M;
+    const Matrix3 N = (E * _diagonal(d[0], d[1], d[2])).inverse() * M;
 
     const Matrix3 R = E * N;
     const UVector3 axis = R.getRotationAxis();
     const double angle = R.getRotationAngle(&axis);
     const Matrix3 Q = Matrix3::rotationMatrix(axis, angle * t);
-    const Matrix3 Dt = diagonal(std::pow(d[0], t), std::pow(d[1], t), std::pow(d[2], t));
+    const Matrix3 Dt = _diagonal(std::pow(d[0], t), std::pow(d[1], t), std::pow(d[2], t));
 
     BoneTransform blend;
     blend.linear = Q * N.inverse() * Dt * N;

@@ -37,11 +37,11 @@ public:
 
     GEOMKIT_INLINE_KERNEL Vector3 position(int vertex) const {
         const Vector3 p = restPosition(vertex);
-        const List list = influences(vertex);
+        const List list = iInfluences(vertex);
         if (list.first == list.last) return p;
         Vector3 sum;
         for (const Influence* i = list.first; i != list.last; ++i) {
-            sum += i->weight * (hasBone(i->bone) ? bones_[i->bone].transformPoint(p) : p);
+            sum += i->weight * (iHasBone(i->bone) ? bones_[i->bone].transformPoint(p) : p);
         }
         return sum;
     }
@@ -49,14 +49,14 @@ public:
     /// Also moves the tangents `b1` and `b2`.
     GEOMKIT_INLINE_KERNEL Vector3 position(int vertex, Vector3& b1, Vector3& b2) const {
         const Vector3 p = restPosition(vertex);
-        const List list = influences(vertex);
+        const List list = iInfluences(vertex);
         if (list.first == list.last) return p;
         const Influence* i = list.first;
-        Blend blend(hasBone(i->bone) ? bones_[i->bone] : kIdentity, p);
+        Blend blend(iHasBone(i->bone) ? bones_[i->bone] : kIdentity, p);
         if (list.last - list.first > 1) {
             blend.scale(i->weight);
             for (++i; i != list.last; ++i) {
-                if (hasBone(i->bone)) {
+                if (iHasBone(i->bone)) {
                     blend.add(bones_[i->bone], p, i->weight);
                 } else {
                     blend.add(kIdentity, p, i->weight);
@@ -106,7 +106,7 @@ private:
         }
     };
 
-    List influences(int vertex) const {
+    List iInfluences(int vertex) const {
         const auto v = static_cast<std::size_t>(vertex);
         if (v >= listCount_) return {nullptr, nullptr};
         const std::vector<Influence>& list = lists_[v];
@@ -114,7 +114,7 @@ private:
     }
 
     /// One test for both ends: unsigned, a negative number is a huge one.
-    bool hasBone(std::int32_t bone) const { return static_cast<std::uint32_t>(bone) < boneCount_; }
+    bool iHasBone(std::int32_t bone) const { return static_cast<std::uint32_t>(bone) < boneCount_; }
 
     const BoneTransform* bones_;
     std::uint32_t boneCount_;
@@ -124,7 +124,8 @@ private:
     std::size_t listCount_;
 };
 
-GEOMKIT_INLINE_KERNEL void skinPoints(Skinner skinner, int first, int last, Vector3* positionsOut) {
+GEOMKIT_INLINE_KERNEL void _skinPoints(Skinner skinner, int first, int last,
+                                       Vector3* positionsOut) {
     for (int v = first; v < last; ++v) {
         positionsOut[v] = skinner.position(v);
     }
@@ -132,8 +133,8 @@ GEOMKIT_INLINE_KERNEL void skinPoints(Skinner skinner, int first, int last, Vect
 
 /// Positions of the block's `count` vertices from number `start`; replaces their tangents by the
 /// moved ones.
-GEOMKIT_INLINE_KERNEL void skinBlock(Skinner skinner, int start, int count, Vector3* positionsOut,
-                                     VectorBlock* b1, VectorBlock* b2) {
+GEOMKIT_INLINE_KERNEL void _skinBlock(Skinner skinner, int start, int count, Vector3* positionsOut,
+                                      VectorBlock* b1, VectorBlock* b2) {
     for (int i = 0; i < count; ++i) {
         Vector3 t1 = b1->get(i);
         Vector3 t2 = b2->get(i);
@@ -166,7 +167,7 @@ Vector3 BoneTransformVector::getTransformed(int vertex, const BaseDisplayData* d
 
 void BoneTransformVector::transformVertices(int first, int last, const BaseDisplayData* data,
                                             Vector3* positionsOut) const {
-    callWide<skinPoints>(Skinner(bones, *data), first, last, positionsOut);
+    callWide<_skinPoints>(Skinner(bones, *data), first, last, positionsOut);
 }
 
 void BoneTransformVector::transformVertices(int first, int last, const BaseDisplayData* data,
@@ -182,11 +183,11 @@ void BoneTransformVector::transformVertices(int first, int last, const BaseDispl
     }
     VectorBlock b1;
     VectorBlock b2;
-    for (int start = first; start < last; start += VectorBlock::kSize) {
-        const int count = (std::min)(last - start, VectorBlock::kSize);
+    for (int start = first, count = 0; start < last; start += count) {
+        count = (std::min)(last - start, VectorBlock::kSize);
         // One function a step: inlined into each other, compilers leave half of the loops scalar.
         callWide<basesOf>(normals + start, count, &b1, &b2);
-        callWide<skinBlock>(skinner, start, count, positionsOut + start, &b1, &b2);
+        callWide<_skinBlock>(skinner, start, count, positionsOut + start, &b1, &b2);
         callWide<unitCross>(&b1, &b2);
         for (int i = 0; i < count; ++i) {
             static_cast<Vector3&>(normalsOut[start + i]) = b1.get(i);

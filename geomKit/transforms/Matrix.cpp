@@ -11,19 +11,19 @@ constexpr double kShortAxis = 1e-4;
 /// How far, in the Frobenius norm, a rigid matrix may be from an orthonormal one.
 constexpr double kRigidTol = 1e-4;
 
-Matrix translationMatrix(const Vector3& v) {
+Matrix _translationMatrix(const Vector3& v) {
     return {Matrix3(), v};
 }
 
 /// Length of the first row of the linear part, which stands for the scale of the whole.
-double firstRowLength(const Matrix& m) {
+double _firstRowLength(const Matrix& m) {
     return Vector3(m(0, 0), m(0, 1), m(0, 2)).length();
 }
 
 }  // namespace
 
-Matrix Matrix::unitScaleLinear() const {
-    const double s = firstRowLength(*this);
+Matrix Matrix::iUnitScaleLinear() const {
+    const double s = _firstRowLength(*this);
     Matrix u = *this;
     u.m_[3] = 0.0;
     u.m_[7] = 0.0;
@@ -36,7 +36,7 @@ Matrix Matrix::unitScaleLinear() const {
 
 bool Matrix::isRigid() const {
     if (m_[12] != 0.0 || m_[13] != 0.0 || m_[14] != 0.0 || m_[15] != 1.0) return false;
-    const Matrix u = unitScaleLinear();
+    const Matrix u = iUnitScaleLinear();
     return Matrix().distTo(u * u.transpose()) <= kRigidTol;
 }
 
@@ -60,18 +60,18 @@ Matrix Matrix::rigidTransform(const Vector3& p0, const Vector3& d0, const Vector
     const UVector3 b = d1.normalize();
     const UVector3 axis = (d0 % d1).normalize();
     const double angle = std::atan2((a % b).length(), a * b);
-    return translationMatrix(p1) * rotationMatrix(axis, angle) * translationMatrix(-p0);
+    return _translationMatrix(p1) * rotationMatrix(axis, angle) * _translationMatrix(-p0);
 }
 
 Matrix Matrix::interpolate(const Matrix& a, const Matrix& b, double t) {
     if (!(t > 0.0)) return a;
     if (t >= 1.0) return b;
-    const double logA = std::log(firstRowLength(a));
-    const double logB = std::log(firstRowLength(b));
+    const double logA = std::log(_firstRowLength(a));
+    const double logB = std::log(_firstRowLength(b));
     const Matrix relative = a.inverse() * b;
     const Vector3 axis = relative.getRotationAxis();
     const double angle = relative.getRotationAngle(axis);
-    const Matrix turned = a.unitScaleLinear() * rotationMatrix(axis, angle * t);
+    const Matrix turned = a.iUnitScaleLinear() * rotationMatrix(axis, angle * t);
     const Matrix linear = turned.scale(std::exp(t * logB + (1.0 - t) * logA));
     return {Matrix3(linear), (1.0 - t) * a.translation() + t * b.translation()};
 }
@@ -96,7 +96,7 @@ Vector3 Matrix::getRotationAxis() const {
 
 double Matrix::getRotationAngle(Vector3 axis) const {
     const UVector3 u(axis);
-    return Matrix3(unitScaleLinear()).getRotationAngle(&u);
+    return Matrix3(iUnitScaleLinear()).getRotationAngle(&u);
 }
 
 void Matrix::print() const {

@@ -106,7 +106,7 @@ public:
     GEOMKIT_API void print() const;
 
 private:
-    Matrix unitScaleLinear() const;
+    Matrix iUnitScaleLinear() const;
 
     double m_[16];
 };

@@ -18,7 +18,7 @@ struct Rotation {
 /// The rotation of the axes p and q that annihilates `apq` between the diagonal entries `app` and
 /// `aqq`; false when there is nothing to rotate. Exchanging the axes turns the other way, but for
 /// equal diagonal entries: these turn by -45 degrees, seen with p the later axis.
-bool annihilate(double app, double aqq, double apq, bool pIsLater, Rotation& rot) {
+bool _annihilate(double app, double aqq, double apq, bool pIsLater, Rotation& rot) {
     const double diff = aqq - app;
     if (std::abs(diff) < kNullComponentTol && std::abs(2.0 * apq) < kNullComponentTol) return false;
     const double theta = diff / (2.0 * apq);
@@ -40,7 +40,7 @@ bool annihilate(double app, double aqq, double apq, bool pIsLater, Rotation& rot
 /// The index that the pivot's row p and column q leave over, where `off[k]` is the entry that lies
 /// in neither row nor column k. Greater-or-equal, so the later of equal entries wins and NaN never
 /// does.
-int pivotComplement(const double off[3]) {
+int _pivotComplement(const double off[3]) {
     int r = 0;
     double largest = 0.0;
     for (int k = 2; k >= 0; --k) {
@@ -61,11 +61,11 @@ constexpr int kPivotColumn[3] = {1, 0, 0};
 bool jacobiRotation(const Matrix3& S, int& p, int& q, double& c, double& s, double& t,
                     double& tau) {
     const double off[3] = {S(2, 1), S(2, 0), S(1, 0)};
-    const int r = pivotComplement(off);
+    const int r = _pivotComplement(off);
     p = kPivotRow[r];
     q = kPivotColumn[r];
     Rotation rot;
-    if (!annihilate(S(p, p), S(q, q), off[r], true, rot)) return false;
+    if (!_annihilate(S(p, p), S(q, q), off[r], true, rot)) return false;
     c = rot.c;
     s = rot.s;
     t = rot.t;
@@ -81,7 +81,7 @@ bool jacobiMethod(const Matrix3& A, double* eigs, UVector3* vecs) {
     Vector3 V[3] = {Vector3(1.0, 0.0, 0.0), Vector3(0.0, 1.0, 0.0), Vector3(0.0, 0.0, 1.0)};
 
     // The pivot lies in row p and column q, in either order; r is the third index.
-    int r = pivotComplement(off);
+    int r = _pivotComplement(off);
     int p = kPivotRow[r];
     int q = kPivotColumn[r];
     double apq = off[r];
@@ -90,7 +90,7 @@ bool jacobiMethod(const Matrix3& A, double* eigs, UVector3* vecs) {
     bool converged = false;
     for (int rotations = 0; rotations < kMaxRotations; ++rotations) {
         Rotation rot;
-        if (!annihilate(diag[p], diag[q], apq, p > q, rot)) {
+        if (!_annihilate(diag[p], diag[q], apq, p > q, rot)) {
             converged = true;
             break;
         }

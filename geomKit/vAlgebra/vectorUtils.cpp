@@ -7,7 +7,7 @@ namespace {
 constexpr double kTwoPi = 6.283185307179586;
 
 /// The coordinate axis along which `v` extends least.
-Vector3 smallestAxis(const Vector3& v) {
+Vector3 _smallestAxis(const Vector3& v) {
     const double ax = std::abs(v.x);
     const double ay = std::abs(v.y);
     const double az = std::abs(v.z);
@@ -19,7 +19,7 @@ Vector3 smallestAxis(const Vector3& v) {
 }  // namespace
 
 void getBasis(const Vector3& v, Vector3& e1, Vector3& e2) {
-    const Vector3 seed = smallestAxis(v);
+    const Vector3 seed = _smallestAxis(v);
     const UVector3 u1 = (seed - v * (seed * v)).normalize();
     const UVector3 u2 = (v % u1).normalize();
     e1 = u1;

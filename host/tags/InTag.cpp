@@ -12,12 +12,12 @@ namespace {
 constexpr std::size_t kQuoteSize = 40;
 
 /// The beginning of a text, short enough for a message.
-std::string quote(std::string_view text) {
+std::string _quote(std::string_view text) {
     std::string result = "\"" + std::string(text.substr(0, kQuoteSize));
     return result + (text.size() > kQuoteSize ? "...\"" : "\"");
 }
 
-std::string_view trimmed(std::string_view text) {
+std::string_view _trimmed(std::string_view text) {
     constexpr const char* kBlanks = " \t\r\n";
     const std::size_t first = text.find_first_not_of(kBlanks);
     if (first == std::string_view::npos) return {};
@@ -25,7 +25,7 @@ std::string_view trimmed(std::string_view text) {
 }
 
 template <typename T>
-void readAsStream(const InTag& tag, std::string_view text, T& value) {
+void _readAsStream(const InTag& tag, std::string_view text, T& value) {
     std::istringstream is{std::string(text)};
     is.imbue(std::locale::classic());
     is >> value;
@@ -41,29 +41,29 @@ void InTag::readAttr(const std::string& name, double& value) const {
     if (text.data() == nullptr) {
         report("missing attribute", "the number keeps its value");
     } else {
-        readAsStream(*this, text, value);
+        _readAsStream(*this, text, value);
     }
     attribute_ = {};
 }
 
 void InTag::readValue(int& value) {
     const std::string_view content = readText();
-    if (!readPlain(content, value)) readAsStream(*this, content, value);
+    if (!readPlain(content, value)) _readAsStream(*this, content, value);
 }
 
 void InTag::readValue(float& value) {
     const std::string_view content = readText();
-    if (readPlain(content, value) || readNonFinite(trimmed(content), value)) return;
-    readAsStream(*this, content, value);
+    if (readPlain(content, value) || readNonFinite(_trimmed(content), value)) return;
+    _readAsStream(*this, content, value);
 }
 
 void InTag::readValue(bool& value) {
-    const std::string_view content = trimmed(readText());
+    const std::string_view content = _trimmed(readText());
     const bool isTrue = content == "true" || content == "1";
     if (isTrue || content == "false" || content == "0") {
         value = isTrue;
     } else {
-        report("malformed truth value " + quote(content), "it keeps its value");
+        report("malformed truth value " + _quote(content), "it keeps its value");
     }
 }
 
@@ -72,11 +72,11 @@ bool InTag::checkEndText(std::istream& is) const {
     is.clear();
     if (!wasRead) is.seekg(0);
     const std::string text{std::istreambuf_iterator<char>(is), std::istreambuf_iterator<char>()};
-    const std::string_view rest = trimmed(text);
+    const std::string_view rest = _trimmed(text);
     if (!wasRead) {
-        report("malformed number " + quote(rest), "the value is what could be read of it");
+        report("malformed number " + _quote(rest), "the value is what could be read of it");
     } else if (!rest.empty()) {
-        report("text after the number: " + quote(rest), "it was ignored");
+        report("text after the number: " + _quote(rest), "it was ignored");
     }
     return wasRead && rest.empty();
 }

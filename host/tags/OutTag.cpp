@@ -27,7 +27,7 @@ void OutTag::setAttr(const std::string& name, double value) {
     setAttr(name, NumberText(value).view());
 }
 
-void OutTag::writeStart() {
+void OutTag::iWriteStart() {
     writer_->startLine();
     writer_->put('<');
     writer_->put(name_);
@@ -42,7 +42,7 @@ void OutTag::writeStart() {
 }
 
 void OutTag::writeOpenTag(bool hasChildren) {
-    writeStart();
+    iWriteStart();
     writer_->put('>');
     if (hasChildren) writer_->enter();
 }
@@ -58,7 +58,7 @@ void OutTag::writeCloseTag(bool hasChildren) {
 }
 
 void OutTag::writeSingleTag() {
-    writeStart();
+    iWriteStart();
     writer_->put("/>");
 }
 

@@ -52,7 +52,7 @@ public:
     void writeValue(bool value);
 
 private:
-    void writeStart();
+    void iWriteStart();
 
     std::unique_ptr<TagWriter> owned_;  // of a root tag only
     TagWriter* writer_;

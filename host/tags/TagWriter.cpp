@@ -10,7 +10,7 @@ constexpr std::size_t kPieceSize = std::size_t{1} << 16;
 constexpr std::size_t kIndent = 2;
 
 /// Characters that mean markup, or that a reader would normalise away.
-bool needsEscape(char c) {
+bool _needsEscape(char c) {
     return static_cast<unsigned char>(c) < 0x20 || c == '<' || c == '>' || c == '&' || c == '"';
 }
 
@@ -23,16 +23,16 @@ TagWriter::TagWriter(std::ostream& document) : noThrow_(document), document_(doc
 
 TagWriter::~TagWriter() {
     put('\n');
-    flush();
+    iFlush();
 }
 
-void TagWriter::flush() {
+void TagWriter::iFlush() {
     document_.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
     buffer_.clear();
 }
 
 void TagWriter::startLine() {
-    if (buffer_.size() >= kPieceSize) flush();
+    if (buffer_.size() >= kPieceSize) iFlush();
     buffer_.push_back('\n');
     buffer_.append(depth_ * kIndent, ' ');
 }
@@ -40,15 +40,15 @@ void TagWriter::startLine() {
 void TagWriter::putEscaped(std::string_view text) {
     std::size_t start = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!needsEscape(text[i])) continue;
+        if (!_needsEscape(text[i])) continue;
         put(text.substr(start, i - start));
-        putReference(text[i]);
+        iPutReference(text[i]);
         start = i + 1;
     }
     put(text.substr(start));
 }
 
-void TagWriter::putReference(char c) {
+void TagWriter::iPutReference(char c) {
     if (c == '<') {
         put("&lt;");
     } else if (c == '>') {

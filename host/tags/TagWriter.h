@@ -37,8 +37,8 @@ public:
     void giveBack(std::unique_ptr<AttrMap> map);
 
 private:
-    void putReference(char c);
-    void flush();
+    void iPutReference(char c);
+    void iFlush();
 
     NoThrow noThrow_;  // the destructor writes
     std::ostream& document_;

@@ -80,13 +80,13 @@ std::string_view XmlInTag::getAttr(const std::string& name) const {
 }
 
 std::string_view XmlInTag::readText() {
-    if (!_isNone(nextAttribute_)) reportUnreadAttributes();
+    if (!_isNone(nextAttribute_)) iReportUnreadAttributes();
     pugi::xml_node child = node_.first_child();
     if (_isNone(child)) return node_.value();
     joinedText_ = node_.value();
     for (; child; child = child.next_sibling()) {
         if (child.type() == pugi::node_element) {
-            skip(child, "unknown tag");
+            iSkip(child, "unknown tag");
         } else {
             joinedText_ += child.value();
         }
@@ -95,14 +95,14 @@ std::string_view XmlInTag::readText() {
 }
 
 void XmlInTag::readBody(const Field* field, const NameMap& names) {
-    if (!_isNone(nextAttribute_)) reportUnreadAttributes();
+    if (!_isNone(nextAttribute_)) iReportUnreadAttributes();
     bool hasText = !_isBlank(node_.value());
     const pugi::xml_node first = node_.first_child();
-    if (!_isNone(first) && readChildren(first, field, names)) hasText = true;
+    if (!_isNone(first) && iReadChildren(first, field, names)) hasText = true;
     if (hasText) report("text where only tags belong", "it was ignored");
 }
 
-bool XmlInTag::readChildren(pugi::xml_node child, const Field* field, const NameMap& names) {
+bool XmlInTag::iReadChildren(pugi::xml_node child, const Field* field, const NameMap& names) {
     bool hasText = false;
     std::vector<bool> met(field == nullptr ? 0 : names.size());
     std::size_t next = 0;
@@ -117,41 +117,41 @@ bool XmlInTag::readChildren(pugi::xml_node child, const Field* field, const Name
         }
         const auto* entry = _find(names, name, next);
         if (entry == nullptr) {
-            skip(child, "unknown tag");
+            iSkip(child, "unknown tag");
             continue;
         }
         if (field != nullptr) {
             const auto index = static_cast<std::size_t>(entry - names.data());
             if (met[index]) {
-                skip(child, "repeated tag");
+                iSkip(child, "repeated tag");
                 continue;
             }
             met[index] = true;
             next = index + 1;
         }
         if (depth_ >= kMaxDepth) {
-            skip(child, "tag nested more than " + std::to_string(kMaxDepth) + " deep");
+            iSkip(child, "tag nested more than " + std::to_string(kMaxDepth) + " deep");
             continue;
         }
-        tag.moveTo(child);
+        tag.iMoveTo(child);
         entry->second(tag);
     }
 }
 
-void XmlInTag::moveTo(pugi::xml_node sibling) {
+void XmlInTag::iMoveTo(pugi::xml_node sibling) {
     node_ = sibling;
     nextAttribute_ = sibling.first_attribute();
     passedAttributes_.clear();
 }
 
-void XmlInTag::skip(pugi::xml_node child, std::string what) {
+void XmlInTag::iSkip(pugi::xml_node child, std::string what) {
     if (depth_ < kMaxDepth && _isDeeperThan(child, kMaxDepth - depth_ - 1)) {
         what += " that holds tags nested more than " + std::to_string(kMaxDepth) + " deep";
     }
     XmlInTag(source_, child, this).report(std::move(what), "it was skipped with its content");
 }
 
-void XmlInTag::reportUnreadAttributes() const {
+void XmlInTag::iReportUnreadAttributes() const {
     for (pugi::xml_attribute unread = nextAttribute_; unread; unread = unread.next_attribute()) {
         if (std::find(passedAttributes_.begin(), passedAttributes_.end(), unread) !=
             passedAttributes_.end()) {
@@ -163,11 +163,11 @@ void XmlInTag::reportUnreadAttributes() const {
 }
 
 void XmlInTag::report(std::string what, std::string done) const {
-    source_.report(node_, source_.hasRoom() ? path() : std::string(), std::move(what),
+    source_.report(node_, source_.hasRoom() ? iPath() : std::string(), std::move(what),
                    std::move(done));
 }
 
-std::string XmlInTag::path() const {
+std::string XmlInTag::iPath() const {
     std::string result(name());
     std::size_t before = 0;
     for (pugi::xml_node node = node_.previous_sibling(node_.name()); node;
@@ -177,7 +177,7 @@ std::string XmlInTag::path() const {
     if (before != 0 || node_.next_sibling(node_.name())) {
         result += '[' + std::to_string(before + 1) + ']';
     }
-    if (parent_ != nullptr) result = parent_->path() + '/' + result;
+    if (parent_ != nullptr) result = parent_->iPath() + '/' + result;
     if (!attributeInReading().empty()) result += "/@" + std::string(attributeInReading());
     return result;
 }

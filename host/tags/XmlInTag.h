@@ -25,12 +25,12 @@ public:
 
 private:
     /// Reads the children from one on. Returns whether there was text among them.
-    bool readChildren(pugi::xml_node child, const Field* field, const NameMap& names);
+    bool iReadChildren(pugi::xml_node child, const Field* field, const NameMap& names);
     /// Becomes the tag of another child of the same parent: cheaper than a new object.
-    void moveTo(pugi::xml_node sibling);
-    void skip(pugi::xml_node child, std::string what);
-    void reportUnreadAttributes() const;
-    std::string path() const;
+    void iMoveTo(pugi::xml_node sibling);
+    void iSkip(pugi::xml_node child, std::string what);
+    void iReportUnreadAttributes() const;
+    std::string iPath() const;
 
     XmlSource& source_;
     pugi::xml_node node_;

@@ -59,11 +59,11 @@ pugi::xml_node XmlSource::root() {
         document_.load_buffer(text_.data(), text_.size(), kParseOptions);
     encoding_ = parsed.encoding;
     if (!parsed) {
-        refuse(parsed.offset, std::string("not well-formed: ") + parsed.description());
+        iRefuse(parsed.offset, std::string("not well-formed: ") + parsed.description());
         return {};
     }
-    if (const std::size_t zero = findZero(); zero < text_.size()) {
-        refuse(static_cast<std::ptrdiff_t>(zero), "not well-formed: a zero byte");
+    if (const std::size_t zero = iFindZero(); zero < text_.size()) {
+        iRefuse(static_cast<std::ptrdiff_t>(zero), "not well-formed: a zero byte");
         return {};
     }
     pugi::xml_node found;
@@ -76,12 +76,12 @@ pugi::xml_node XmlSource::root() {
             report(node, {}, "text outside the root tag", "it was ignored");
         }
     }
-    if (!found) refuse(0, "not well-formed: there is no tag");
+    if (!found) iRefuse(0, "not well-formed: there is no tag");
     return found;
 }
 
 /// The parser takes a zero for the end of the text. It would have noticed one before the last tag.
-std::size_t XmlSource::findZero() const {
+std::size_t XmlSource::iFindZero() const {
     if (_unitSize(encoding_) != 1) return text_.size();
     pugi::xml_node last = document_;
     while (last.last_child())
@@ -97,24 +97,24 @@ bool XmlSource::hasRoom() const {
 void XmlSource::report(pugi::xml_node node, std::string path, std::string what, std::string done) {
     std::ptrdiff_t offset = node.offset_debug();
     if (node.type() == pugi::node_element && offset > 0) --offset;  // from the name to its bracket
-    add(offset, std::move(path), std::move(what), std::move(done));
+    iAdd(offset, std::move(path), std::move(what), std::move(done));
 }
 
-void XmlSource::refuse(std::ptrdiff_t offset, std::string what) {
-    add(offset, {}, std::move(what), "nothing was loaded");
+void XmlSource::iRefuse(std::ptrdiff_t offset, std::string what) {
+    iAdd(offset, {}, std::move(what), "nothing was loaded");
 }
 
-void XmlSource::add(std::ptrdiff_t offset, std::string path, std::string what, std::string done) {
+void XmlSource::iAdd(std::ptrdiff_t offset, std::string path, std::string what, std::string done) {
     if (!hasRoom()) {
         ++report_.omitted;
         return;
     }
-    const Place place = placeOf(offset);
+    const Place place = iPlaceOf(offset);
     report_.problems.push_back(
         {place.line, place.column, std::move(path), std::move(what), std::move(done)});
 }
 
-XmlSource::Place XmlSource::placeOf(std::ptrdiff_t offset) {
+XmlSource::Place XmlSource::iPlaceOf(std::ptrdiff_t offset) {
     Place place = offset >= last_.utf8 ? last_ : Place();
     const std::size_t size = _unitSize(encoding_);
     while (place.unit < text_.size() && place.utf8 < offset) {

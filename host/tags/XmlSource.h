@@ -34,10 +34,10 @@ private:
         std::size_t column = 1;
     };
 
-    std::size_t findZero() const;
-    void refuse(std::ptrdiff_t offset, std::string what);
-    void add(std::ptrdiff_t offset, std::string path, std::string what, std::string done);
-    Place placeOf(std::ptrdiff_t offset);
+    std::size_t iFindZero() const;
+    void iRefuse(std::ptrdiff_t offset, std::string what);
+    void iAdd(std::ptrdiff_t offset, std::string path, std::string what, std::string done);
+    Place iPlaceOf(std::ptrdiff_t offset);
 
     std::string_view text_;
     LoadReport& report_;

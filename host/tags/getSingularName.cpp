@@ -24,7 +24,7 @@ constexpr Ending kEndings[] = {
     {"is", "is"},         {"s", ""},
 };
 
-bool endsWith(std::string_view text, std::string_view ending) {
+bool _endsWith(std::string_view text, std::string_view ending) {
     return text.size() >= ending.size() && text.substr(text.size() - ending.size()) == ending;
 }
 
@@ -32,7 +32,7 @@ bool endsWith(std::string_view text, std::string_view ending) {
 
 std::string getSingularName(const std::string& name) {
     for (const Ending& ending : kEndings) {
-        if (!endsWith(name, ending.plural)) continue;
+        if (!_endsWith(name, ending.plural)) continue;
         const std::string stem = name.substr(0, name.size() - ending.plural.size());
         const std::string singular = stem + std::string(ending.singular);
         return singular.empty() ? name : singular;

@@ -14,22 +14,22 @@ constexpr int kStreamPrecision = 15;
 constexpr std::uint32_t kSignBit = 0x80000000u;
 constexpr std::uint32_t kUsualNan = 0x7fc00000u;
 
-std::uint32_t bitsOf(float value) {
+std::uint32_t _bitsOf(float value) {
     std::uint32_t bits = 0;
     std::memcpy(&bits, &value, sizeof bits);
     return bits;
 }
 
 /// The text starts as a number does, so that `from_chars` reads neither "inf" nor "nan".
-bool startsPlain(std::string_view text) {
+bool _startsPlain(std::string_view text) {
     const std::size_t first = !text.empty() && text[0] == '-' ? 1 : 0;
     return first < text.size() &&
            ((text[first] >= '0' && text[first] <= '9') || text[first] == '.');
 }
 
 template <typename T>
-bool readWhole(std::string_view text, T& value) {
-    if (!startsPlain(text)) return false;
+bool _readWhole(std::string_view text, T& value) {
+    if (!_startsPlain(text)) return false;
     T read{};
     const char* const end = text.data() + text.size();
     const std::from_chars_result result = std::from_chars(text.data(), end, read);
@@ -41,34 +41,34 @@ bool readWhole(std::string_view text, T& value) {
 }  // namespace
 
 NumberText::NumberText(int value) {
-    endAt(std::to_chars(chars_, end(), value).ptr);
+    iEndAt(std::to_chars(chars_, iEnd(), value).ptr);
 }
 
 NumberText::NumberText(double value) {
-    endAt(std::to_chars(chars_, end(), value, std::chars_format::general, kStreamPrecision).ptr);
+    iEndAt(std::to_chars(chars_, iEnd(), value, std::chars_format::general, kStreamPrecision).ptr);
 }
 
 NumberText::NumberText(float value) {
-    if (std::isnan(value) && (bitsOf(value) & ~kSignBit) != kUsualNan) {
+    if (std::isnan(value) && (_bitsOf(value) & ~kSignBit) != kUsualNan) {
         std::memcpy(chars_, "nan(", 4);
-        char* last = std::to_chars(chars_ + 4, end(), bitsOf(value), 16).ptr;
+        char* last = std::to_chars(chars_ + 4, iEnd(), _bitsOf(value), 16).ptr;
         *last++ = ')';
-        endAt(last);
+        iEndAt(last);
         return;
     }
-    endAt(std::to_chars(chars_, end(), value).ptr);
+    iEndAt(std::to_chars(chars_, iEnd(), value).ptr);
 }
 
 bool readPlain(std::string_view text, double& value) {
-    return readWhole(text, value);
+    return _readWhole(text, value);
 }
 
 bool readPlain(std::string_view text, float& value) {
-    return readWhole(text, value);
+    return _readWhole(text, value);
 }
 
 bool readPlain(std::string_view text, int& value) {
-    return readWhole(text, value);
+    return _readWhole(text, value);
 }
 
 bool readNonFinite(std::string_view text, float& value) {
@@ -76,7 +76,7 @@ bool readNonFinite(std::string_view text, float& value) {
     if (negative) text.remove_prefix(1);
     std::uint32_t bits = 0;
     if (text == "inf") {
-        bits = bitsOf(std::numeric_limits<float>::infinity());
+        bits = _bitsOf(std::numeric_limits<float>::infinity());
     } else if (text == "nan") {
         bits = kUsualNan;
     } else if (!negative && text.size() > 5 && text.substr(0, 4) == "nan(" && text.back() == ')') {

@@ -19,8 +19,8 @@ public:
 private:
     static constexpr std::size_t kCapacity = 32;
 
-    char* end() { return chars_ + kCapacity; }
-    void endAt(const char* last) { size_ = static_cast<std::size_t>(last - chars_); }
+    char* iEnd() { return chars_ + kCapacity; }
+    void iEndAt(const char* last) { size_ = static_cast<std::size_t>(last - chars_); }
 
     char chars_[kCapacity];
     std::size_t size_;

@@ -1,0 +1,12 @@
+/// @file
+/// Internal: not installed.
+#pragma once
+
+#include <cmath>
+
+#include "geomKit/vAlgebra/Vector3.h"
+
+/// Neither NaN nor infinite in any component.
+inline bool isFinite(const Vector3& v) {
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
