@@ -79,7 +79,8 @@ bool ProximityTester::iLayOut(const Vector3& least, const Vector3& greatest, dou
         }
     }
     origin = least - Vector3(cellX, cellY, cellZ);
-    if (!isFinite(greatest - origin)) return false;
+    // As far out as queries may be near.
+    if (!isFinite(greatest + Vector3(cellX, cellY, cellZ) - origin)) return false;
     nx = static_cast<std::int32_t>(x) + 2;
     ny = static_cast<std::int32_t>(y) + 2;
     nz = static_cast<std::int32_t>(z) + 2;

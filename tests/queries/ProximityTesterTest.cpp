@@ -75,6 +75,7 @@ TEST(ProximityTester, DefinesWhatCannotBeGridded) {
     expectAlways(true, {o, {0, kInfinity, 0}}, 1.0);
     expectAlways(true, {far, -far}, 1.0);
     expectAlways(true, {far, o}, 1.7e308);
+    expectAlways(true, {o}, 1.5e308);
 
     // The marking ends at a bad point, and the cells before it have no neighbours.
     const ProximityTester cut({o, {kNaN, 0, 0}, {10, 10, 10}}, 1.0);
