@@ -24,11 +24,13 @@ class FacetIndex;
 /// The four data sequences and the flag are the function; everything else is derived from them by
 /// `initEvaluatorHelper`, which must be called again after they have been edited. Facets whose
 /// indices are not all valid for both `params` and `values`, and a trailing partial triple, are
-/// kept in `facets` but take part in no query. So are facets whose place in the grid is not a
-/// number: those with a NaN vertex, and all of them when the mesh is not finite or has no extent
-/// along one axis.
+/// kept in `facets` but take part in no query. Facets whose place in the grid is not finite (those
+/// with a NaN vertex, and all of them when the mesh is not finite or has no extent along one axis)
+/// are not in the grid, but in the boundaries as all others: `evaluate` does not find them, and
+/// `extrapolate` may continue them or, at a NaN vertex, find nothing near their chain.
 ///
-/// All const members may be called concurrently on one object. No query allocates.
+/// All const members may be called concurrently on one object: `extrapolate` leaves the result
+/// fields of the projectors in `boundaries` alone. No query allocates.
 class GEOMKIT_API MeshFunction2D : public Serializable {
 public:
     using Point = ktNM::vect2<double>;
@@ -123,7 +125,7 @@ public:
     /// Extends the linear map of the facet with the nearest edge among those listed in the cell of
     /// `p` (clamped into the grid); from an empty cell it walks towards the grid's centre first.
     /// Never tests whether a facet contains `p`. False when the walk meets no facet, when the facet
-    /// is degenerate, or when `p` is not finite.
+    /// is degenerate, or when `p` or its place in the grid is not finite.
     bool extrapolateOld(const Point& p, Point* outValue, float* outFloat) const;
 
     /// Blends the data of vertices i0, i1, i2 by the barycentric weights of `p`. `strict` asks for

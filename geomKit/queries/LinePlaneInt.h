@@ -15,8 +15,9 @@
 /// distance, and a line exactly `tol` away is off the plane. With `tol` = 0 a line that lies in the
 /// plane therefore has status 1; pass a small positive distance.
 ///
-/// NaN in d or n gives status 2 with `point` = p; NaN in p or q gives status 0 with NaN fields or,
-/// for a parallel line, status 2.
+/// NaN in n gives status 2 with `point` = p. NaN in d alone counts as parallel: status 1 or 2 by
+/// the distance of p. NaN in p or q gives status 0 with NaN fields or, for a parallel line,
+/// status 2.
 class LinePlaneInt {
 public:
     /// Values of `status`.

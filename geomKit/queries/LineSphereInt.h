@@ -15,7 +15,8 @@
 /// radius^2 + tol. So a margin of length e about the radius r is asked for by tol = 2 r e. With
 /// `tol` = 0 a line that touches exactly has two equal hits; with a negative `tol` there is no
 /// tangent, and lines with a squared distance above radius^2 + tol miss. The sign of the radius
-/// does not matter. NaN input gives one hit with NaN fields.
+/// does not matter. NaN in the line or the centre gives one hit with NaN fields, NaN in the radius
+/// or in `tol` one hit at the point nearest to the centre.
 class LineSphereInt {
 public:
     /// 0, 1 (tangent within the margin) or 2.

@@ -24,8 +24,8 @@
 /// The sphere comes first: a degenerate triangle away from the line has status 1, and so has a
 /// parallel line far from the triangle.
 ///
-/// NaN in p gives status 1 with NaN fields, or 2 when the line is parallel; NaN in d or in a vertex
-/// gives status 2.
+/// NaN in p gives status 1 with NaN fields, or 2 when the line is parallel; NaN in a vertex gives
+/// status 2. NaN in d alone counts as parallel: status 3, or 2 when p is in the plane.
 class LineTriangleInt {
 public:
     /// Values of `status`.

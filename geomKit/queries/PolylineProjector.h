@@ -26,14 +26,15 @@ struct PolylineProjection {
 /// down to runs of fewer than 10 segments. Of segments that are equally near to the bit, the one in
 /// the run that comes first wins, runs being taken by falling lower bound max(0, d - sqrt(L^2 -
 /// c^2)) of their halves: d is the distance to the run's chord, L its arc length, c its chord. Runs
-/// of equal bound come in index order. An end or split vertex competes as well, with its squared
-/// distance plus 1e-13, on behalf of segment 0, the last segment or the one that ends in it; this
-/// decides where the distance to a long segment has lost more than that to cancellation.
+/// of equal bound come in index order, and no run is passed over because its bound was rounded up
+/// beyond the distance of a segment in it. An end or split vertex competes as well, with its
+/// squared distance plus 1e-13, on behalf of segment 0, the last segment or the one that ends in
+/// it; this decides where the distance to a long segment has lost more than that to cancellation.
 ///
 /// Repeated vertices are allowed. A segment at a vertex with NaN counts as being at distance 0, one
-/// at an infinite vertex as that or as its finite end; a NaN query is at distance 0 from every
-/// segment. If no distance is below infinity (a query or a polyline whose squares overflow),
-/// segment 0 is taken.
+/// at an infinite vertex as that or as its finite end; a NaN query is answered by any segment. If
+/// no distance is below infinity (a query or a polyline whose squares overflow), segment 0 is
+/// taken.
 ///
 /// `project` writes the result fields; `nearest` is const, so any number of threads may call it on
 /// one object.

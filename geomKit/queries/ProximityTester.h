@@ -18,7 +18,8 @@
 /// until fewer than 10000 remain inside the border of one cell on each side: a large set with a
 /// small radius is answered coarsely. A flat set (an extent of 0) has no cells inside the border in
 /// that count and keeps its fine cells, as long as the grid with its borders stays below 2^24
-/// cells, 2 MiB; beyond that it is doubled too.
+/// cells, 2 MiB; beyond that it is doubled too. Construction takes another 8 bytes for each cell
+/// that holds a point.
 ///
 /// - No points, or a radius that is zero, negative or NaN: no cells; every query is false.
 /// - An infinite radius, an infinite coordinate, a NaN in the first point, or a grid beyond the

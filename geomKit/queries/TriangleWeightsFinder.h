@@ -21,7 +21,8 @@
 /// formed from the coordinates as they are, so far from the origin digits are lost: pass p - a, 0,
 /// b - a and c - a there.
 ///
-/// A vertex with NaN gives zeros, NaN in p gives NaN weights.
+/// NaN in x or y of a vertex gives zeros, in x or y of p NaN weights. NaN in z of a vertex makes z
+/// the dropped axis; a NaN along the dropped axis is not read.
 class TriangleWeightsFinder {
 public:
     /// The weights of a, b and c in x, y and z.

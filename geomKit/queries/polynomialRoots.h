@@ -17,8 +17,8 @@
 /// for a < 0. When 4ac is tiny beside b^2, the root nearer to 0 loses digits to cancellation; c
 /// divided by a and by the other root has them all.
 ///
-/// NaN in a coefficient never selects a case: the count is 2 with NaN roots, or 1 with a NaN root
-/// if only |a| < 1e-13.
+/// NaN in a coefficient never selects a case: the count is 2 with NaN roots, 1 with a NaN root if
+/// only |a| < 1e-13, or 0 if |b| < 1e-13 too.
 GEOMKIT_API int solveQuadratic(double a, double b, double c, double* roots);
 
 /// Writes the real roots of a x^3 + b x^2 + c x + d to `roots`, which holds three, and returns

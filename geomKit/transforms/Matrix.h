@@ -56,7 +56,7 @@ public:
     /// True when the bottom row is exactly (0, 0, 0, 1) and C = U U^T, with U the unit-scale linear
     /// part, lies within the Frobenius distance 1e-4 (inclusive) of the identity: a rotation or a
     /// mirror, with any translation. C's last entry is 1/scale^2, so a uniform scale off 1 by more
-    /// than about 5e-5 is not rigid either. False with NaN.
+    /// than about 5e-5 is not rigid either. False with NaN outside the translation.
     GEOMKIT_API bool isRigid() const;
 
     /// Frobenius distance: the root of the summed squared differences of all sixteen entries.
@@ -81,21 +81,29 @@ public:
     /// Blend from `a` (t <= 0 or NaN) to `b` (t >= 1): the translation linearly, the scale
     /// geometrically, the rotation about the single axis of a^-1 b, in a's own frame.
     ///
-    /// The axis comes from `getRotationAxis`: a turn under about 4e-7 rad that is not about x keeps
-    /// a's orientation until t = 1, where it jumps. So does a turn about one of the axes that
-    /// `Matrix3::getRotationAngle` cannot measure. `Transform::interpolate` has coarser limits; a
-    /// caller who blends tiny turns interpolates the entries and orthonormalises them. A zero first
-    /// row in either matrix gives NaN. Stretches are a's own until t = 1:
+    /// The axis comes from `getRotationAxis` with its limits: a turn under about 4e-7 rad that is
+    /// not about x keeps a's orientation until t = 1, where it jumps, and a turn about an axis
+    /// nearly in the xy plane may go far astray when the entries carry rounding, as those of a
+    /// `Matrixf` do. `Transform::interpolate` blends such turns well, and is limited to turns above
+    /// about 1e-4 rad; a caller who blends tiny turns interpolates the entries and orthonormalises
+    /// them. A zero first row in either matrix gives NaN. Stretches are a's own until t = 1:
     /// `BoneTransform::interpolate` blends them.
     GEOMKIT_API static Matrix interpolate(const Matrix& a, const Matrix& b, double t);
 
     /// Axis of the rotation in the linear part, whose columns are normalised one by one first: the
     /// cross product of the first pair of (R - I) columns that is not null. When none is, as for
-    /// the identity and for turns under about 4e-7 rad, the result is (1, 0, 0). NaN gives NaN.
+    /// the identity and for turns under about 4e-7 rad, the result is (1, 0, 0). NaN gives NaN, or
+    /// is passed over in the last column.
+    ///
+    /// About an axis in the xy plane, with neither x nor y zero, the first pair is parallel but for
+    /// rounding. Entries that carry more than that, such as those of a `Matrixf`, make its product
+    /// pass for an axis that is none: `Matrix3(m).getRotationAxis()`, with the scale divided out,
+    /// takes the largest product instead.
     GEOMKIT_API Vector3 getRotationAxis() const;
 
     /// `Matrix3::getRotationAngle` of the unit-scale linear part about `axis`, normalised: in
-    /// (-pi, pi]. See there for the axes (-1, 0, 0), (0, -1, 0) and (0, 0, -1), which answer 0.
+    /// (-pi, pi] but for rounding. See there for the axes (-1, 0, 0), (0, -1, 0) and (0, 0, -1),
+    /// which answer 0.
     GEOMKIT_API double getRotationAngle(Vector3 axis) const;
 
     /// The outer product of `v` with itself in the upper-left block, 1 at [3][3], zero elsewhere.

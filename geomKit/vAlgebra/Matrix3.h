@@ -72,11 +72,12 @@ public:
     GEOMKIT_API UVector3 getRotationAxis() const;
 
     /// Signed angle in (-pi, pi] of a rotation matrix about `*axis`, which is only read; null means
-    /// `getRotationAxis()`. Consistent with `rotationMatrix(axis, angle)`.
+    /// `getRotationAxis()`. Consistent with `rotationMatrix(axis, angle)`. A half turn may come out
+    /// as -pi by rounding.
     ///
     /// The angle is measured on the coordinate axis of the smallest signed component. When the
-    /// rotation axis is opposite or equal to that coordinate axis, as for (-1, 0, 0), (0, -1, 0)
-    /// and (0, 0, -1), the answer is 0 whatever the matrix: pass the opposite axis and negate.
+    /// rotation axis is opposite to that coordinate axis, as (-1, 0, 0), (0, -1, 0) and (0, 0, -1)
+    /// are, the answer is 0 whatever the matrix: pass the opposite axis and negate.
     GEOMKIT_API double getRotationAngle(const UVector3* axis) const;
 
     /// V D V^-1 with the columns `vecs[0..2]` of V and D = diag(eigs[0..2]). The vectors need not

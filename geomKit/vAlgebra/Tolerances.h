@@ -32,7 +32,7 @@ inline constexpr double kGram2DiagTol = 1e-16;
 /// Determinants and matrix entries strictly below this in absolute value count as zero.
 inline constexpr double kDetTol = 1e-8;
 
-/// Squared lengths of cross products below this mean parallel vectors: the square of 1e-8.
+/// Squared lengths of cross products below this mean parallel vectors: lengths below 1e-8.
 inline constexpr double kCrossSqTol = 1e-16;
 
 /// Smallest diagonal entry of a rotation that counts as near the identity: cosine of 0.03 degrees.
