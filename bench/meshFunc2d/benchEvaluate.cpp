@@ -91,6 +91,10 @@ private:
     const FacetTree& tree_;
 };
 
+bool isRight(const Point& p, const Point& value) {
+    return std::abs(value.u - (2.0 * p.u - p.v)) < 1e-6;
+}
+
 template <typename Competitor>
 void locate(benchmark::State& state, bool raster) {
     const Scene& scene = Scene::ofSize(static_cast<int>(state.range(0)));
@@ -100,7 +104,7 @@ void locate(benchmark::State& state, bool raster) {
     for (std::size_t i = 0; i < queries.size(); i += 1000) {
         Answer answer;
         const Point& p = queries[i];
-        if (!competitor(p, answer) || !(std::abs(answer.value.u - (2.0 * p.u - p.v)) < 1e-6)) {
+        if (!competitor(p, answer) || !isRight(p, answer.value)) {
             state.SkipWithError("wrong answer");
             return;
         }
@@ -120,6 +124,10 @@ void locateArrays(benchmark::State& state, bool raster) {
     const std::vector<Point>& queries = raster ? scene.rasterQueries : scene.randomQueries;
     std::vector<Point> values(Scene::kRow);
     std::vector<float> cosines(Scene::kRow);
+    scene.function->evaluate(queries.data(), Scene::kRow, values.data(), cosines.data(), nullptr);
+    for (std::size_t k = 0; k < Scene::kRow; ++k) {
+        if (!isRight(queries[k], values[k])) state.SkipWithError("wrong answer");
+    }
     std::size_t i = 0;
     while (state.KeepRunningBatch(Scene::kRow)) {
         benchmark::DoNotOptimize(scene.function->evaluate(&queries[i], Scene::kRow, values.data(),

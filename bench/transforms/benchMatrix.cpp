@@ -1,5 +1,5 @@
 // 4x4 products and affine inverses, over arrays that stay in the first-level cache, against Eigen,
-// GLM and Imath. Every peer's result is compared with ours before anything is timed.
+// GLM and Imath. Every peer's result is compared with ours.
 #include <cmath>
 #include <cstddef>
 #include <cstdio>
