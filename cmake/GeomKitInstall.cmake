@@ -27,6 +27,7 @@ install(FILES
   "${PROJECT_BINARY_DIR}/geomKitConfigVersion.cmake"
   DESTINATION "${package_dir}"
 )
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 
 # The prefix is found from where the .pc file lies, so the tree may be moved.
 file(RELATIVE_PATH GEOMKIT_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")

@@ -19,7 +19,8 @@ endfunction()
 
 # A shared library of the package: hidden symbols, a version, C++17 without extensions. It is
 # installed with the others; packages named after DEPENDS are those that its headers need. A library
-# comes after those of ours that it links.
+# comes after those of ours that it links. The soname goes with what the package calls compatible: a
+# minor release, before 1.0.
 function(geomkit_add_library target export_name)
   cmake_parse_arguments(PARSE_ARGV 2 arg "" "" DEPENDS)
   set_property(GLOBAL APPEND PROPERTY GEOMKIT_LIBRARIES ${target})
@@ -29,7 +30,7 @@ function(geomkit_add_library target export_name)
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${export_name}
     VERSION ${PROJECT_VERSION}
-    SOVERSION ${PROJECT_VERSION_MAJOR}
+    SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
     CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
