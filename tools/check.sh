@@ -70,7 +70,6 @@ check_threads() {
 # working copy found before is kept in its build folder and gone on from.
 check_fuzz() {
   local fuzzer name seconds=60 fuzzers
-  if [ ! -d "$root/tests/fuzz" ]; then return; fi
   build fuzz
   fuzzers=("$root"/build/fuzz/bin/fuzz_*)
   for fuzzer in "${fuzzers[@]}"; do
