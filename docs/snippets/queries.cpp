@@ -1,6 +1,7 @@
 // The examples of docs/queries.md.
 #include "geomKit/queries/LineLineInt.h"
 #include "geomKit/queries/LinePlaneInt.h"
+#include "geomKit/queries/PolylineProjector.h"
 
 namespace {
 
@@ -29,8 +30,15 @@ bool parallels() {
     return lines.status == LineLineInt::kCoincident;
 }
 
+bool polylines() {
+    const PolylineProjector path({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}});
+    const PolylineProjection foot = path.nearest({3, 0.5, 0});
+    const bool isQuarter = foot.segment == 1 && foot.param == 0.25;  // at (2, 0.5, 0)
+    return isQuarter && foot.point == Vector3(2, 0.5, 0);
+}
+
 }  // namespace
 
 int main() {
-    return planes() && parallels() ? 0 : 1;
+    return planes() && parallels() && polylines() ? 0 : 1;
 }
