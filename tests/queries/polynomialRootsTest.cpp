@@ -11,7 +11,8 @@ bool hasPlainBits(const std::array<double, 4>& k) {
     bool same = solveCubic(k[0], k[1], k[2], k[3], ours) ==
                 solveCubicLiterally(k[0], k[1], k[2], k[3], plain);
     for (int j = 0; j < 3; ++j)
-        same = same && (ours[j] == plain[j] || (std::isnan(ours[j]) && std::isnan(plain[j])));
+        same =
+            same && (sameBits(ours[j], plain[j]) || (std::isnan(ours[j]) && std::isnan(plain[j])));
     return same;
 }
 
