@@ -12,8 +12,8 @@ namespace demo {
 /// Facets as index triples into projected vertices; both are borrowed.
 class SampledScene {
 public:
-    /// Samples per pixel side.
-    static constexpr int kSamples = 2;
+    /// Samples per pixel side: those of the finished picture, so that no facet shows between them.
+    static constexpr int kSamples = 3;
 
     /// The nearest facet at a sample; `facet` is -1 where there is none.
     struct Front {
@@ -28,6 +28,10 @@ public:
     const std::vector<Front>& fronts() const { return fronts_; }
     /// True for a facet that is in front at some sample.
     bool isVisible(int facet) const { return visible_[static_cast<std::size_t>(facet)]; }
+    /// True for a sample that has background within a pixel.
+    bool isAtOutline(int x, int y) const;
+    /// True for a facet that is in front at some sample that is not at the outline.
+    bool isVisibleInside(int facet) const { return inside_[static_cast<std::size_t>(facet)]; }
     double meanDepth(int facet) const;
 
     /// Calls visit(sample number) for every sample at which something is in front of the facet.
@@ -39,6 +43,10 @@ private:
     template <typename Visit>
     void forEachSampleOf(int facet, const Visit& visit) const;
 
+    const Front& front(int x, int y) const {
+        return fronts_[static_cast<std::size_t>(y) * static_cast<std::size_t>(columns_) +
+                       static_cast<std::size_t>(x)];
+    }
     const ScreenPoint& corner(int facet, int k) const {
         const auto entry = static_cast<std::size_t>(3 * facet + k);
         return at_[static_cast<std::size_t>(facets_[entry])];
@@ -50,6 +58,7 @@ private:
     int rows_;
     std::vector<Front> fronts_;
     std::vector<bool> visible_;
+    std::vector<bool> inside_;
 };
 
 template <typename Visit>

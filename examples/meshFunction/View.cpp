@@ -26,26 +26,19 @@ std::vector<double> cosines(const Mesh& mesh, const Camera& camera) {
     return result;
 }
 
-/// The part of the mesh that shows its front.
-Mesh frontOf(const Mesh& mesh, const Camera& camera, double grazingCosine) {
-    std::vector<double> side = cosines(mesh, camera);
-    for (double& s : side) {
-        s -= grazingCosine;
-    }
-    return cutMesh(mesh, side);
+/// True when the corners run clockwise to the viewer, the vertical axis of pictures pointing down,
+/// and for a facet without area: it never answers, but at a pole it joins its neighbours.
+bool showsFront(const std::vector<ScreenPoint>& at, const int* corners) {
+    constexpr double kNoArea = 1e-8;
+    const ScreenPoint& a = at[static_cast<std::size_t>(corners[0])];
+    const ScreenPoint& b = at[static_cast<std::size_t>(corners[1])];
+    const ScreenPoint& c = at[static_cast<std::size_t>(corners[2])];
+    return (b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y) < kNoArea;
 }
 
-/// The facets that show their back and are seen in the picture of the whole mesh, turned over.
-Mesh visibleBackOf(Mesh mesh, const Camera& camera, int width, int height) {
-    const std::vector<ScreenPoint> at = projected(mesh, camera);
-    const std::vector<double> cosine = cosines(mesh, camera);
-    const SampledScene scene(at, mesh.facets, width, height);
-    const std::vector<int> all = std::exchange(mesh.facets, {});
-    for (int f = 0; f < static_cast<int>(all.size() / 3); ++f) {
-        const int* corners = &all[3 * static_cast<std::size_t>(f)];
-        const auto showsBack = [&](int v) { return cosine[static_cast<std::size_t>(v)] < 0.0; };
-        if (!scene.isVisible(f) || !std::all_of(corners, corners + 3, showsBack)) continue;
-        mesh.facets.insert(mesh.facets.end(), {corners[0], corners[2], corners[1]});
+Mesh turnedOver(Mesh mesh) {
+    for (std::size_t i = 0; i + 2 < mesh.facets.size(); i += 3) {
+        std::swap(mesh.facets[i + 1], mesh.facets[i + 2]);
     }
     for (Vector3& normal : mesh.normals) {
         normal = -normal;
@@ -53,21 +46,37 @@ Mesh visibleBackOf(Mesh mesh, const Camera& camera, int width, int height) {
     return mesh;
 }
 
-/// True when the corners run clockwise to the viewer, the vertical axis of pictures pointing down.
-/// Next to the cut a facet may be turned away although the surface at its corners is not.
-bool showsFront(const std::vector<ScreenPoint>& at, const int* corners) {
-    const ScreenPoint& a = at[static_cast<std::size_t>(corners[0])];
-    const ScreenPoint& b = at[static_cast<std::size_t>(corners[1])];
-    const ScreenPoint& c = at[static_cast<std::size_t>(corners[2])];
-    return (b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y) < 0.0;
+/// The facets of `mesh` that show their front, all or the visible ones, cut where they graze the
+/// outline. `scene` holds the same facets, perhaps turned over.
+Mesh frontOf(Mesh mesh, const Camera& camera, const SampledScene& scene, bool visibleOnly,
+             double grazingCosine) {
+    const std::vector<ScreenPoint> at = projected(mesh, camera);
+    std::vector<double> side = cosines(mesh, camera);
+    for (double& s : side) {
+        s -= grazingCosine;
+    }
+    const std::vector<int> all = std::exchange(mesh.facets, {});
+    for (int f = 0; f < scene.facetCount(); ++f) {
+        const int* corners = &all[3 * static_cast<std::size_t>(f)];
+        if (!showsFront(at, corners) || (visibleOnly && !scene.isVisible(f))) continue;
+        mesh.facets.insert(mesh.facets.end(), corners, corners + 3);
+        if (!scene.isVisibleInside(f)) continue;
+        for (int k = 0; k < 3; ++k) {
+            double& s = side[static_cast<std::size_t>(corners[k])];
+            s = std::max(grazingCosine, s);
+        }
+    }
+    return cutMesh(mesh, side);
 }
 
 }  // namespace
 
 View viewMesh(const Mesh& mesh, const Camera& camera, int width, int height, double grazingCosine) {
+    const std::vector<ScreenPoint> at = projected(mesh, camera);
+    const SampledScene scene(at, mesh.facets, width, height);
     View view;
-    view.mesh = frontOf(mesh, camera, grazingCosine);
-    append(view.mesh, frontOf(visibleBackOf(mesh, camera, width, height), camera, grazingCosine));
+    view.mesh = frontOf(mesh, camera, scene, false, grazingCosine);
+    append(view.mesh, frontOf(turnedOver(mesh), camera, scene, true, grazingCosine));
     view.at = projected(view.mesh, camera);
     for (const double cosine : cosines(view.mesh, camera)) {
         view.cosines.push_back(static_cast<float>(cosine));
@@ -77,7 +86,7 @@ View viewMesh(const Mesh& mesh, const Camera& camera, int width, int height, dou
     ordered.reserve(view.mesh.facets.size());
     for (const int facet : frontToBack({view.at, view.mesh.facets, width, height})) {
         const int* corners = &view.mesh.facets[3 * static_cast<std::size_t>(facet)];
-        if (showsFront(view.at, corners)) ordered.insert(ordered.end(), corners, corners + 3);
+        ordered.insert(ordered.end(), corners, corners + 3);
     }
     view.mesh.facets = std::move(ordered);
     return view;

@@ -25,7 +25,8 @@ struct View {
 /// Where the surface turns away it is cut along the line on which the cosine is `grazingCosine`,
 /// somewhat above 0: a facet seen edge-on maps a sliver of the picture to a wide stretch of
 /// texture, and a function that extends such a facet beyond the outline runs away at once. Facets
-/// that show their back are kept only where they are seen, as through an opening.
+/// that are seen inside the outline stay whole: cutting them would open holes. Facets that show
+/// their back are kept only where they are seen, as through an opening.
 View viewMesh(const Mesh& mesh, const Camera& camera, int width, int height, double grazingCosine);
 
 }  // namespace demo

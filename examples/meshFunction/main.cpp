@@ -9,6 +9,7 @@
 #include "examples/common/commandLine.h"
 #include "examples/common/loadMesh.h"
 #include "examples/common/writePng.h"
+#include "examples/meshFunction/SampledScene.h"
 #include "examples/meshFunction/View.h"
 #include "examples/meshFunction/groundShadow.h"
 #include "examples/meshFunction/pictures.h"
@@ -23,7 +24,7 @@ using namespace demo;
 using Point = ktNM::vect2<double>;
 
 constexpr int kBadInput = 2;
-constexpr int kSamplesPerPixel = 3;
+constexpr int kSamplesPerPixel = SampledScene::kSamples;
 constexpr double kGrazingCosine = 0.05;
 /// Of the checker, as a share of the picture.
 constexpr double kCellWidth = 0.042;

@@ -1,5 +1,7 @@
+#include "examples/meshFunction/View.h"
 #include "examples/meshFunction/cutMesh.h"
 #include "examples/meshFunction/frontToBack.h"
+#include "examples/meshFunction/teapot.h"
 #include "tests/meshFunc2d/TestMeshes.h"
 
 using namespace demo;
@@ -83,6 +85,41 @@ TEST(FrontToBack, theFirstFacetOverAnyPointIsTheNearest) {
         }
     }
     EXPECT_GT(checked, 5000);
+}
+
+// Where the surface is seen edge-on it is cut, but never so that something shows through it.
+TEST(ViewMesh, HasNoHolesInsideTheOutline) {
+    constexpr int kSize = 160;
+    std::string error;
+    const auto teapot = loadTeapot(GEOMKIT_TEAPOT_FILE, 4.0, &error);
+    ASSERT_TRUE(teapot) << error;
+    for (const UVector3& from : {UVector3(0.42, -1.0, 0.5), UVector3(1.0, 1.0, 0.8),
+                                 UVector3(-1.0, 0.1, 0.2), UVector3(0.1, 0.2, -1.0)}) {
+        const Camera camera =
+            cameraAround(teapot->positions, from, UVector3(0.0, 0.0, 1.0), 4.0, kSize, kSize, 8.0);
+        const View view = viewMesh(*teapot, camera, kSize, kSize, 0.05);
+        std::vector<Point> params;
+        for (const ScreenPoint& p : view.at)
+            params.emplace_back(p.x, p.y);
+        const MeshFunction2D function(params, params, view.mesh.facets, {});
+
+        std::vector<ScreenPoint> at;
+        for (const Vector3& p : teapot->positions)
+            at.push_back(camera.project(p));
+        const SampledScene scene(at, teapot->facets, kSize, kSize);
+        constexpr int kColumns = kSize * SampledScene::kSamples;
+        int checked = 0;
+        for (int s = 0; s < kColumns * kColumns; ++s) {
+            const int facet = scene.fronts()[static_cast<std::size_t>(s)].facet;
+            if (facet < 0 || scene.isAtOutline(s % kColumns, s / kColumns)) continue;
+            const Point sample((s % kColumns + 0.5) / SampledScene::kSamples,
+                               (s / kColumns + 0.5) / SampledScene::kSamples);
+            Point value;
+            ASSERT_TRUE(function.evaluate(sample, &value, nullptr)) << sample.u << ' ' << sample.v;
+            ++checked;
+        }
+        EXPECT_GT(checked, kColumns * kColumns / 5);
+    }
 }
 
 }  // namespace
