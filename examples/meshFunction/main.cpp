@@ -1,4 +1,4 @@
-#include <cmath>
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
@@ -61,7 +61,11 @@ std::optional<Subject> modelSubject(const std::string& path, std::string* error)
     if (!mesh) return std::nullopt;
     Subject subject{path, refineMesh(std::move(*mesh), kMinFacets), UVector3(0.5, 0.4, 1.0),
                     UVector3(0.0, 1.0, 0.0)};
-    if (subject.mesh.uvs.empty()) {
+    const std::vector<Point2>& uvs = subject.mesh.uvs;
+    const auto isLikeTheFirst = [&uvs](const Point2& uv) {
+        return uv.x == uvs.front().x && uv.y == uvs.front().y;
+    };
+    if (std::all_of(uvs.begin(), uvs.end(), isLikeTheFirst)) {
         std::puts("The model has no texture coordinates: a texture is wrapped round it.");
         wrapTexture(subject.mesh, subject.from, subject.up);
     }
