@@ -79,29 +79,33 @@ void Sheet::label(const Vector3& at, std::string_view words, double dx, double d
     sink_.text({p.x + dx, p.y + dy}, words, Role::kLabel, anchor);
 }
 
-void Sheet::axes(double x, double y, double stepX, double stepY) {
-    const Vector3 low = view_.centre - Vector3(view_.width, view_.height, 0.0) * 0.5;
-    const Vector3 high = view_.centre + Vector3(view_.width, view_.height, 0.0) * 0.5;
-    line({low.x, y, 0.0}, {high.x, y, 0.0}, kGrey, kThin);
-    line({x, low.y, 0.0}, {x, high.y, 0.0}, kGrey, kThin);
-    // Ticks keep clear of the rim of the panel and of the crossing.
+void Sheet::graph(const Vector3& low, const Vector3& high, double stepX, double stepY) {
+    // Pixels for the labels of the ticks.
+    constexpr double kLeft = 32.0;
+    constexpr double kBelow = 24.0;
+    const Vector3 size = high - low;
+    panel(View::graph({low.x - size.x * kLeft / (panelWidth_ - kLeft),
+                       low.y - size.y * kBelow / (panelHeight_ - kBelow), 0.0},
+                      high));
+    line(low, {high.x, low.y, 0.0}, kGrey, kThin);
+    line(low, {low.x, high.y, 0.0}, kGrey, kThin);
+    line({low.x, 0.0, 0.0}, {high.x, 0.0, 0.0}, kGrey, kThin);
+    // Ticks keep clear of the corners.
     constexpr double kClear = 0.04;
     const auto decimals = [](double step) { return step == std::floor(step) ? 0 : 1; };
-    const auto shown = [](double v, double from, double to, double crossing) {
+    const auto isShown = [](double v, double from, double to) {
         const double rim = (to - from) * kClear;
-        return v > from + rim && v < to - rim && std::abs(v - crossing) > rim;
+        return v > from + rim && v < to - rim;
     };
     for (double v = std::ceil(low.x / stepX) * stepX; v <= high.x; v += stepX) {
-        if (shown(v, low.x, high.x, x)) {
-            line({v, y - 0.015 * view_.height, 0.0}, {v, y, 0.0}, kGrey, kThin);
-            label({v, y, 0.0}, number(v, decimals(stepX)), 0.0, 15.0, Anchor::kMiddle);
-        }
+        if (!isShown(v, low.x, high.x)) continue;
+        line({v, low.y - 0.015 * size.y, 0.0}, {v, low.y, 0.0}, kGrey, kThin);
+        label({v, low.y, 0.0}, number(v, decimals(stepX)), 0.0, 15.0, Anchor::kMiddle);
     }
     for (double v = std::ceil(low.y / stepY) * stepY; v <= high.y; v += stepY) {
-        if (shown(v, low.y, high.y, y)) {
-            line({x - 0.012 * view_.width, v, 0.0}, {x, v, 0.0}, kGrey, kThin);
-            label({x, v, 0.0}, number(v, decimals(stepY)), -6.0, 4.5, Anchor::kEnd);
-        }
+        if (!isShown(v, low.y, high.y)) continue;
+        line({low.x - 0.012 * size.x, v, 0.0}, {low.x, v, 0.0}, kGrey, kThin);
+        label({low.x, v, 0.0}, number(v, decimals(stepY)), -6.0, 4.5, Anchor::kEnd);
     }
 }
 

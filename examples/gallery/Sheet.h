@@ -35,13 +35,15 @@ public:
 
     /// Starts the next panel: what is drawn from here on lies in it.
     void panel(const View& view);
+    /// Likewise for a graph between two corners, with a line at y = 0. Ticks at multiples of the
+    /// steps stand on the left and lower rim with their labels outside, where no curve runs through
+    /// them.
+    void graph(const Vector3& low, const Vector3& high, double stepX, double stepY);
     /// Adds a line under the panel.
     void caption(std::string_view words);
     /// Words beside a point of the drawing, `dx` and `dy` pixels off it.
     void label(const Vector3& at, std::string_view words, double dx = 8.0, double dy = -6.0,
                Anchor anchor = Anchor::kStart);
-    /// Axes of a graph through (x, y) with ticks at multiples of the steps; 0 leaves an axis out.
-    void axes(double x, double y, double stepX, double stepY);
 
     std::string document() const { return sink_.document(); }
 

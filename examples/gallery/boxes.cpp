@@ -132,13 +132,15 @@ void clipToRectangle(Sheet& sheet) {
 }
 
 void crossings(Sheet& sheet) {
-    const Vector3 a0(-1.1, -0.35, 0.0);
-    const Vector3 a1(1.0, 0.3, 0.0);
+    const Vector3 a0(-1.25, -0.35, 0.0);
+    const Vector3 a1(1.25, 0.3, 0.0);
     sheet.panel(View::map({}, 2.0 * kHalfWidth));
     int count = 0;
     for (int i = 0; i < 12; ++i) {
-        const Vector3 b0(-1.2 + 0.22 * i + 0.1 * scatter(i), 0.55 + 0.3 * scatter(i + 20), 0.0);
-        const Vector3 b1 = b0 + Vector3(0.3 * scatter(i + 40), -0.75 + 0.45 * scatter(i + 60), 0.0);
+        // From 283 on the numbers keep all ends clear of the other segments, so that one can count.
+        const int k = 283 + i;
+        const Vector3 b0(-1.15 + 0.21 * i, 0.45 + 0.4 * scatter(k), 0.0);
+        const Vector3 b1 = b0 + Vector3(0.2 * scatter(k + 20), -0.75 + 0.45 * scatter(k + 40), 0.0);
         const bool crosses = segsIntersect(a0, a1, b0, b1, 1e-9, true);
         line(b0, b1, crosses ? kOrange : kGrey, crosses ? kLine : kThin);
         if (crosses) ++count;

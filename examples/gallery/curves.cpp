@@ -38,8 +38,7 @@ void cubicGraph(Sheet& sheet, const double (&k)[4], double reach) {
     const auto f = [&](double x) { return ((k[0] * x + k[1]) * x + k[2]) * x + k[3]; };
     const Vector3 low(-2.4, -reach, 0.0);
     const Vector3 high(3.6, reach, 0.0);
-    sheet.panel(View::graph(low, high));
-    sheet.axes(0.0, 0.0, 1.0, reach / 2.0);
+    sheet.graph(low, high, 1.0, reach / 2.0);
     plot(f, low, high, kBlue);
     double found[3];
     const int count = solveCubic(k[0], k[1], k[2], k[3], found);
@@ -74,10 +73,9 @@ std::string falloff() {
             weight.evaluate(x, &w[0], &w[1], &w[2]);
             return w[&graph - graphs];
         };
-        const Vector3 low(0.0, graph.low, 0.0);
+        const Vector3 low(0.5, graph.low, 0.0);
         const Vector3 high(3.35, graph.high, 0.0);
-        sheet.panel(View::graph(low, high));
-        sheet.axes(0.55, 0.0, 1.0, graph.step);
+        sheet.graph(low, high, 1.0, graph.step);
         plot(f, low, high, graph.colour);
         for (const double x : {2.0, 2.5})
             dot({x, f(x), 0.0}, graph.colour);

@@ -114,7 +114,7 @@ std::string lines() {
     const Vector3 d2(0.1, -1.0, 0.15);
     linePair(sheet, p1, d1, p1 + d1 * 1.4 - d2 * 1.2, d2);
     linePair(sheet, p1, d1, {-0.2, 1.2, 1.35}, {0.2, -1.0, 0.0});
-    linePair(sheet, p1, d1, {-1.1, 0.5, 0.7}, d1);
+    linePair(sheet, p1, d1, {-1.65, 0.3, 0.6}, d1);
     linePair(sheet, p1, d1, p1 + d1 * 1.3, d1);
     return sheet.document();
 }
