@@ -1,6 +1,8 @@
 #include "examples/common/commandLine.h"
 
 #include <charconv>
+#include <cstdio>
+#include <filesystem>
 #include <string_view>
 
 namespace demo {
@@ -39,6 +41,19 @@ bool parseCommandLine(int argc, const char* const* argv, Options* options, std::
         }
     }
     return true;
+}
+
+bool makeOutputFolder(const Options& options, std::string* error) {
+    std::error_code status;
+    std::filesystem::create_directories(options.out, status);
+    if (status) *error = "cannot make the folder " + options.out + ": " + status.message();
+    return !status;
+}
+
+int fail(const char* program, const std::string& message) {
+    constexpr int kFailure = 2;
+    std::fprintf(stderr, "%s: %s\n", program, message.c_str());
+    return kFailure;
 }
 
 }  // namespace demo

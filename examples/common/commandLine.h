@@ -23,4 +23,11 @@ inline constexpr int kMaxSize = 8192;
 /// `options`. False, with a message for the user, on anything else.
 bool parseCommandLine(int argc, const char* const* argv, Options* options, std::string* error);
 
+/// Makes the folder `options.out` with those above it. False, with a message for the user, when
+/// there can be none.
+bool makeOutputFolder(const Options& options, std::string* error);
+
+/// Tells the user what went wrong and returns the exit status of every such end, 2.
+int fail(const char* program, const std::string& message);
+
 }  // namespace demo

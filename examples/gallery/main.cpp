@@ -6,6 +6,7 @@
 #include <fstream>
 #include <string>
 
+#include "examples/common/commandLine.h"
 #include "examples/gallery/pictures.h"
 
 namespace {
@@ -20,32 +21,30 @@ Draws one picture for each family of geometric queries, as SVG.
 Exit status 2 when an argument is wrong or a file cannot be written.
 )";
 
-constexpr int kFailure = 2;
-
 int fail(const std::string& message) {
-    std::fprintf(stderr, "geomkit-gallery: %s\n", message.c_str());
-    return kFailure;
+    return demo::fail("geomkit-gallery", message);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::filesystem::path folder = "out";
-    for (int i = 1; i < argc; ++i) {
-        const std::string word = argv[i];
-        if (word == "--help" || word == "-h") {
-            std::fputs(kUsage, stdout);
-            return 0;
-        }
-        if (word != "--out") return fail("unknown argument " + word + " (--help tells more)");
-        if (i + 1 == argc) return fail("--out needs a value (--help tells more)");
-        folder = argv[++i];
+    demo::Options options;
+    options.out = "out";
+    std::string error;
+    if (!demo::parseCommandLine(argc, argv, &options, &error)) {
+        return fail(error + " (--help tells more)");
     }
-    std::error_code status;
-    std::filesystem::create_directories(folder, status);
-    if (status) return fail(folder.string() + ": " + status.message());
+    if (options.help) {
+        std::fputs(kUsage, stdout);
+        return 0;
+    }
+    if (!options.input.empty() || options.size != 0) {
+        return fail("it takes --out alone (--help tells more)");
+    }
+    if (!demo::makeOutputFolder(options, &error)) return fail(error);
     for (const gallery::Picture& picture : gallery::pictures()) {
-        const std::string file = (folder / (std::string(picture.name) + ".svg")).string();
+        const std::string file =
+            (std::filesystem::path(options.out) / (std::string(picture.name) + ".svg")).string();
         std::ofstream stream(file, std::ios::binary);
         stream << picture.draw() << std::flush;
         if (!stream) return fail("cannot write " + file);

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <iostream>
 #include <memory>
 
 #include <geomKit/meshFunc2d/MeshFunction2D.h>
@@ -23,7 +22,6 @@ namespace {
 using namespace demo;
 using Point = ktNM::vect2<double>;
 
-constexpr int kBadInput = 2;
 constexpr int kSamplesPerPixel = SampledScene::kSamples;
 constexpr double kGrazingCosine = 0.05;
 /// Of the checker, as a share of the picture.
@@ -39,7 +37,13 @@ constexpr const char* kUsage =
     "is\n"
     "             to look as its maker meant; without it, the Utah teapot\n"
     "  --out DIR  where the pictures go (default: out)\n"
-    "  --size N   width of the pictures in pixels (default: 960)\n";
+    "  --size N   width of the pictures in pixels (default: 960)\n"
+    "\n"
+    "Exit status 2 when an argument is wrong or a file cannot be read or written.\n";
+
+int fail(const std::string& message) {
+    return demo::fail("geomkit-demo", message);
+}
 
 /// A mesh and how to look at it.
 struct Subject {
@@ -126,7 +130,6 @@ void run(const Subject& subject, const Options& options) {
     report("extrapolate", outside);
 
     const std::filesystem::path out = options.out;
-    std::filesystem::create_directories(out);
     saveAndCompare(function, inside, out / "function.xml");
     std::printf("Pictures\n");
     const double cells = cellsPerUnit(view, kCellWidth * width);
@@ -155,24 +158,19 @@ int main(int argc, char** argv) {
     options.size = 960;
     std::string error;
     if (!parseCommandLine(argc, argv, &options, &error)) {
-        std::cerr << "geomkit-demo: " << error << "\n" << kUsage;
-        return kBadInput;
+        return fail(error + " (--help tells more)");
     }
     if (options.help) {
-        std::cout << kUsage;
+        std::fputs(kUsage, stdout);
         return 0;
     }
     const auto subject = options.input.empty() ? teapotSubject(options.size, &error)
                                                : modelSubject(options.input, &error);
-    if (!subject) {
-        std::cerr << "geomkit-demo: " << error << "\n";
-        return kBadInput;
-    }
+    if (!subject || !makeOutputFolder(options, &error)) return fail(error);
     try {
         run(*subject, options);
     } catch (const std::exception& problem) {
-        std::cerr << "geomkit-demo: " << problem.what() << "\n";
-        return 1;
+        return fail(problem.what());
     }
     return 0;
 }

@@ -21,7 +21,10 @@ bool agree(const FieldSample& a, const FieldSample& b) {
 
 std::unique_ptr<MeshFunction2D> saveAndLoad(const MeshFunction2D& function,
                                             const std::filesystem::path& path, std::string* error) {
-    if (!saveDocumentFile(function, path, error)) return nullptr;
+    if (!saveDocumentFile(function, path, error)) {
+        *error = path.string() + ": " + *error;
+        return nullptr;
+    }
     LoadedDocument loaded = loadDocumentFile(path);
     auto* copy = dynamic_cast<MeshFunction2D*>(loaded.object.get());
     if (copy == nullptr || !loaded.report.isClean()) {

@@ -34,7 +34,6 @@ Skins a mesh by its bones and draws it at rest and posed, the bones on top.
 Exit status 2 when a file cannot be read or written.
 )";
 
-constexpr int kFailure = 2;
 constexpr double kDegree = 3.141592653589793 / 180.0;
 constexpr double kBend = 100.0 * kDegree;
 
@@ -45,8 +44,7 @@ struct SkinOptions {
 };
 
 int fail(const std::string& message) {
-    std::fprintf(stderr, "geomkit-skin: %s\n", message.c_str());
-    return kFailure;
+    return demo::fail("geomkit-skin", message);
 }
 
 /// Takes out the options of this program and leaves the rest to the common ones.
@@ -180,9 +178,7 @@ int main(int argc, char** argv) {
         std::fputs(kUsage, stdout);
         return 0;
     }
-    std::error_code status;
-    std::filesystem::create_directories(options.common.out, status);
-    if (status) return fail(options.common.out + ": " + status.message());
+    if (!demo::makeOutputFolder(options.common, &error)) return fail(error);
     const bool done =
         options.common.input.empty() ? runTube(options, &error) : runFile(options, &error);
     return done ? 0 : fail(error);
