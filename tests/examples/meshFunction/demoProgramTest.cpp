@@ -3,9 +3,11 @@
 #include <functional>
 #include <numeric>
 #include <set>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <png.h>
+#include <unistd.h>
 
 namespace {
 
@@ -28,8 +30,8 @@ Pixels pixels(const fs::path& path) {
 }
 
 TEST(DemoProgram, DrawsFivePicturesOfTheTeapot) {
-    const fs::path folder = fs::path(testing::TempDir()) / "geomkit_demo";
-    fs::remove_all(folder);
+    const fs::path folder =
+        fs::temp_directory_path() / ("geomKit-demo-" + std::to_string(getpid()));
     ASSERT_EQ(std::system(("'" GEOMKIT_DEMO "' --size 128 --out " + folder.string()).c_str()), 0);
     const Pixels checker = pixels(folder / "checker.png");
     ASSERT_EQ(checker.size(), 128u * 88u);
