@@ -24,7 +24,7 @@ std::string encoded(std::u16string_view text, std::size_t unitSize, bool bigEndi
     return result;
 }
 
-TEST(Documents, inEveryEncoding) {
+TEST(Documents, InEveryEncoding) {
     std::vector<std::string> documents = {
         "\xEF\xBB\xBF" + kBone, "<?xml version='1.0' encoding='ISO-8859-1'?><!-- \xE9 -->" +
                                     kBone.substr(kBone.find("<Bone"))};
@@ -41,7 +41,7 @@ TEST(Documents, inEveryEncoding) {
     }
 }
 
-TEST(Documents, problemsAreLocatedInEveryEncoding) {
+TEST(Documents, ProblemsAreLocatedInEveryEncoding) {
     // The comment has characters of two, three and four bytes of UTF-8, and as UTF-16 of one unit
     // and of two; the faulty tag starts at line 2, column 12.
     const std::string utf8 = "<Bone>\r\n<!--\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80 --><oops/></Bone>";
@@ -55,7 +55,7 @@ TEST(Documents, problemsAreLocatedInEveryEncoding) {
     }
 }
 
-TEST(Documents, otherClassesWithObjectsWithinObjects) {
+TEST(Documents, OtherClassesWithObjectsWithinObjects) {
     Rig rig;
     rig.tip = {1, 2, 3};
     rig.children.resize(2);
@@ -75,7 +75,7 @@ TEST(Documents, otherClassesWithObjectsWithinObjects) {
     EXPECT_EQ(loaded->shape.boundaries.size(), 1u) << "the member's own load was not called";
 }
 
-TEST(Documents, attributesAndTextOfAnyCharacters) {
+TEST(Documents, AttributesAndTextOfAnyCharacters) {
     std::ostringstream out;
     {
         OutTag tag(out, "tag");
@@ -95,7 +95,7 @@ TEST(Documents, attributesAndTextOfAnyCharacters) {
               "&#13;</tag>\n");
 }
 
-TEST(Documents, singularNames) {
+TEST(Documents, SingularNames) {
     std::ifstream pairs(GEOMKIT_TEST_FOLDER "/names.txt");
     std::string plural;
     std::string singular;

@@ -41,7 +41,7 @@ double tipOf(const fs::path& path) {
     return dynamic_cast<const Bone&>(*loaded.object).tip.x;
 }
 
-TEST_F(Files, savingReplacesTheFile) {
+TEST_F(Files, SavingReplacesTheFile) {
     const fs::path path = folder_ / "bone.xml";
     EXPECT_TRUE(saveDocumentFile(boneAt(1), path));
     EXPECT_EQ(tipOf(path), 1.0);
@@ -54,7 +54,7 @@ TEST_F(Files, savingReplacesTheFile) {
     EXPECT_EQ(count(), 2u);
 }
 
-TEST_F(Files, savingToWhatNoFileMayReplace) {
+TEST_F(Files, SavingToWhatNoFileMayReplace) {
     fs::create_symlink("later.xml", folder_ / "link.xml");
     EXPECT_TRUE(saveDocumentFile(boneAt(1), folder_ / "link.xml"));
     EXPECT_EQ(tipOf(folder_ / "later.xml"), 1.0);
@@ -75,7 +75,7 @@ TEST_F(Files, savingToWhatNoFileMayReplace) {
     EXPECT_EQ(tipOf(longest), 2.0);
 }
 
-TEST_F(Files, streamsThatThrowDoNot) {
+TEST_F(Files, StreamsThatThrowDoNot) {
     std::ofstream closed;
     closed.exceptions(std::ios::badbit | std::ios::failbit);
     EXPECT_FALSE(saveDocument(boneAt(1), closed));
@@ -85,7 +85,7 @@ TEST_F(Files, streamsThatThrowDoNot) {
     EXPECT_EQ(document.exceptions(), std::ios::failbit | std::ios::eofbit);
 }
 
-TEST_F(Files, aFailedSaveLeavesTheOldFileWhole) {
+TEST_F(Files, AFailedSaveLeavesTheOldFileWhole) {
     const fs::path path = folder_ / "bone.xml";
     ASSERT_TRUE(saveDocumentFile(boneAt(1), path));
     Bone large = boneAt(2);
@@ -107,7 +107,7 @@ TEST_F(Files, aFailedSaveLeavesTheOldFileWhole) {
     EXPECT_EQ(count(), 1u) << "a temporary file is left";
 }
 
-TEST_F(Files, whatCannotBeDone) {
+TEST_F(Files, WhatCannotBeDone) {
     struct Unregistered : Bone {};
     std::string problem;
     EXPECT_FALSE(saveDocumentFile(Unregistered(), folder_ / "a.xml", &problem));

@@ -6,14 +6,14 @@
 
 namespace {
 
-TEST(MeshFunction2DS, formOfTheDocument) {
+TEST(MeshFunction2DS, FormOfTheDocument) {
     const MeshFunction2D function({{0.1, -2.5}}, {{1e-20, 1.0 / 3.0}}, {}, {0.1f});
     std::ostringstream expected;
     expected << std::ifstream(GEOMKIT_TEST_FOLDER "/onePoint.xml").rdbuf();
     EXPECT_EQ(saved(function), expected.str());
 }
 
-TEST(MeshFunction2DS, whatLoadsBackSavesAlikeAndAnswersTheSame) {
+TEST(MeshFunction2DS, WhatLoadsBackSavesAlikeAndAnswersTheSame) {
     const auto empty = loadedAs<MeshFunction2D>(saved(MeshFunction2D(true)));
     EXPECT_FALSE(empty->extrapolate({0, 0}, nullptr, nullptr));
     InputSource in(5);
@@ -44,7 +44,7 @@ TEST(MeshFunction2DS, whatLoadsBackSavesAlikeAndAnswersTheSame) {
     }
 }
 
-TEST(MeshFunction2DS, checkNamesTheFirstFault) {
+TEST(MeshFunction2DS, CheckNamesTheFirstFault) {
     MeshFunction2D mesh = gridMesh("pair", 2, 1.0, 0.0).function();
     std::string faults;
     const std::function<void()> spoil[] = {

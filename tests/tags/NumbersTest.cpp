@@ -22,7 +22,7 @@ std::vector<T> numbers(std::initializer_list<T> given) {
     return values;
 }
 
-TEST(Numbers, vectorsAreWrittenAsAClassicStreamWritesThem) {
+TEST(Numbers, VectorsAreWrittenAsAClassicStreamWritesThem) {
     using Limits = std::numeric_limits<double>;
     const std::vector<double> values = numbers<double>(
         {0.0, -0.0, 0.1, -2.5, 1e15, 123456789012345678.0, 1e-5, 1e-4, Limits::max(), Limits::min(),
@@ -40,7 +40,7 @@ TEST(Numbers, vectorsAreWrittenAsAClassicStreamWritesThem) {
     }
 }
 
-TEST(Numbers, vectorsAreReadAsAClassicStreamReadsThem) {
+TEST(Numbers, VectorsAreReadAsAClassicStreamReadsThem) {
     std::ifstream table(GEOMKIT_TEST_FOLDER "/numbers.txt");
     std::vector<std::string> texts;
     for (std::string text; std::getline(table, text);)
@@ -71,7 +71,7 @@ TEST(Numbers, vectorsAreReadAsAClassicStreamReadsThem) {
     }
 }
 
-TEST(Numbers, floatsAndIntsLoadBackBitForBit) {
+TEST(Numbers, FloatsAndIntsLoadBackBitForBit) {
     const std::vector<float> floats =
         numbers<float>({0.0f, -0.0f, 1e-45f, 3.4028235e38f, INFINITY, -INFINITY, NAN, -NAN});
     MeshFunction2D function(false);

@@ -16,7 +16,7 @@ std::string nested(int levels, const std::string& open, const std::string& close
     return result;
 }
 
-TEST(Reports, legalAndFaultyDocuments) {
+TEST(Reports, LegalAndFaultyDocuments) {
     std::ifstream table(GEOMKIT_TEST_FOLDER "/documents.txt");
     std::string line;
     const auto block = [&](const char* end) {
@@ -46,7 +46,7 @@ TEST(Reports, legalAndFaultyDocuments) {
     EXPECT_EQ(count, 22);
 }
 
-TEST(Reports, tooDeepTooManyAndAZeroByte) {
+TEST(Reports, TooDeepTooManyAndAZeroByte) {
     const std::string tip = "<tip x='0' y='0' z='0'/>";
     LoadReport report;
     loadedAs<Bone>("<Bone>" + tip + "<children/>" + nested(300, "<a>", "</a>") + "</Bone>",
@@ -76,7 +76,7 @@ TEST(Reports, tooDeepTooManyAndAZeroByte) {
               "line 2, column 1, not well-formed: a zero byte; nothing was loaded");
 }
 
-TEST(Reports, noPrefixOfADocumentLoads) {
+TEST(Reports, NoPrefixOfADocumentLoads) {
     const std::string text =
         saved(MeshFunction2D({{0, 0}, {1, 0}, {0, 1}}, {{0, 0}, {1, 0}, {0, 1}}, {0, 1, 2}, {}));
     for (std::size_t size = 0; size + 2 < text.size(); ++size) {

@@ -8,7 +8,7 @@ using namespace demo;
 
 namespace {
 
-TEST(CutMesh, bothPartsMakeUpTheWholeAndStayJoined) {
+TEST(CutMesh, BothPartsMakeUpTheWholeAndStayJoined) {
     const TestMesh square = gridMesh("square", 10, 1.0, 0.0);
     Mesh mesh;
     mesh.facets = square.facets;
@@ -43,7 +43,7 @@ TEST(CutMesh, bothPartsMakeUpTheWholeAndStayJoined) {
     EXPECT_NEAR(boundaryLength, 4.0 + 2.0 * std::sqrt(1.0 + 0.3 * 0.3), 1e-9);
 }
 
-TEST(FrontToBack, theFirstFacetOverAnyPointIsTheNearest) {
+TEST(FrontToBack, TheFirstFacetOverAnyPointIsTheNearest) {
     constexpr int kSize = 48;
     constexpr int kFacets = 120;
     InputSource in(11);

@@ -19,7 +19,7 @@ std::vector<TexturedPatch> teapotPatches() {
     return patches ? *patches : std::vector<TexturedPatch>();
 }
 
-TEST(BezierPatch, derivativesAgreeWithDifferences) {
+TEST(BezierPatch, DerivativesAgreeWithDifferences) {
     constexpr double h = 1e-4;
     InputSource in(7);
     const std::vector<TexturedPatch> patches = teapotPatches();
@@ -47,7 +47,7 @@ TEST(BezierPatch, derivativesAgreeWithDifferences) {
 }
 
 // A wrong digit or index in the data opens a gap or makes a crease.
-TEST(Teapot, patchesOfAChartJoinWithoutGapsAndCreases) {
+TEST(Teapot, PatchesOfAChartJoinWithoutGapsAndCreases) {
     const std::vector<TexturedPatch> patches = teapotPatches();
     // How often an edge of a patch was found in a neighbour, with the same point and normal there.
     std::map<std::string, int> shared;
@@ -80,7 +80,7 @@ TEST(Teapot, patchesOfAChartJoinWithoutGapsAndCreases) {
 
 // The area vectors of a surface add up to that of what closes its opening: for the body the disc
 // inside the rim, of radius 1.4. A gap, a missing patch or one that faces inwards shows.
-TEST(Teapot, theBodyIsClosedButForItsOpeningAndFacesOutwards) {
+TEST(Teapot, TheBodyIsClosedButForItsOpeningAndFacesOutwards) {
     std::vector<TexturedPatch> patches;
     for (const TexturedPatch& patch : teapotPatches()) {
         if (patch.chart == "body") patches.push_back(patch);
