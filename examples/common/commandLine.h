@@ -17,7 +17,7 @@ struct Options {
 };
 
 inline constexpr int kMinSize = 32;
-inline constexpr int kMaxSize = 8192;
+inline constexpr int kMaxSize = 4096;
 
 /// Reads `--help`, `--out DIR`, `--size N` and at most one further argument over the defaults in
 /// `options`. False, with a message for the user, on anything else.
