@@ -24,6 +24,7 @@ TagWriter::TagWriter(std::ostream& document) : noThrow_(document), document_(doc
 TagWriter::~TagWriter() {
     put('\n');
     iFlush();
+    document_.flush();
 }
 
 void TagWriter::iFlush() {

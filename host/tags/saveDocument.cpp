@@ -8,7 +8,6 @@
 #include <typeinfo>
 
 #include "host/tags/FactoryByTypeID.h"
-#include "host/tags/NoThrow.h"
 #include "host/tags/OutTag.h"
 
 namespace fs = std::filesystem;
@@ -41,12 +40,10 @@ bool _writeFile(const Serializable& object, const fs::path& path) {
 bool saveDocument(const Serializable& object, std::ostream& document) {
     const FactoryByTypeID* factory = FactoryByTypeID::_reg.find(typeid(object).name());
     if (factory == nullptr) return false;
-    const NoThrow noThrow(document);
     {
         OutTag root(document, factory->className());
         object.save(root);
     }
-    document.flush();
     return !document.fail();
 }
 
