@@ -48,14 +48,15 @@ private:
         const Point margin = (high - low) * 0.01;
         low = low - margin;
         high += margin;
+        const Point scale(kCells / (high.u - low.u), kCells / (high.v - low.v));
         for (std::size_t i = 0; i < facets.size(); i += 3) {
             int first[2] = {kCells, kCells};
             int last[2] = {-1, -1};
             for (std::size_t corner = i; corner < i + 3; ++corner) {
                 const Point& p = params[static_cast<std::size_t>(facets[corner])];
                 for (int k = 0; k < 2; ++k) {
-                    const double x = (p[k] - low[k]) * (kCells / (high[k] - low[k]));
-                    const int cell = (std::clamp)(static_cast<int>(x), 0, kCells - 1);
+                    const double x = (p[k] - low[k]) * scale[k];
+                    const int cell = std::clamp(static_cast<int>(x), 0, kCells - 1);
                     first[k] = (std::min)(first[k], cell);
                     last[k] = (std::max)(last[k], cell);
                 }
