@@ -14,9 +14,20 @@
 #define GEOMKIT_API __attribute__((visibility("default")))
 #endif
 
+/// For arithmetic that several instruction sets share: each caller compiles it for its own.
+#if defined(__GNUC__)
+#define GEOMKIT_ALWAYS_INLINE __attribute__((always_inline)) inline
+#else
+#define GEOMKIT_ALWAYS_INLINE inline
+#endif
+
 // Inline code obeys the including file's flags. The CMake target and the pkg-config file switch
 // contraction off; the modes below would change documented results and can be told apart here.
 #if defined(__FAST_MATH__)
 #error "geomKit promises its results bit for bit: compile without -ffast-math / -Ofast"
 #endif
 static_assert(FLT_EVAL_METHOD == 0, "geomKit needs plain IEEE double evaluation (no x87 excess)");
+
+/// Everything that the library offers, but for `ktNM::vect2`. Hosts write `geomKit::Vector3`, or
+/// `using namespace geomKit;` once in a source file.
+namespace geomKit {}

@@ -1,5 +1,5 @@
 /// @file
-/// Everything public. Each header named here also compiles alone.
+/// Everything public, directly or through another header. Each header also compiles alone.
 #pragma once
 
 // clang-format off
@@ -7,6 +7,8 @@
 #include "geomKit/vAlgebra/Vector3.h"
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
+#include "geomKit/vAlgebra/centroid.h"
+#include "geomKit/vAlgebra/exactHash.h"
 #include "geomKit/vAlgebra/Matrix3.h"
 #include "geomKit/vAlgebra/eigensystem.h"
 #include "geomKit/vAlgebra/VectorS.h"
@@ -15,6 +17,8 @@
 #include "geomKit/transforms/Matrixf.h"
 #include "geomKit/transforms/Transform.h"
 #include "geomKit/transforms/BoneTransform.h"
+#include "geomKit/transforms/BaseDisplayData.h"
+#include "geomKit/transforms/FlatInfluences.h"
 #include "geomKit/transforms/BoneTransformVector.h"
 
 #include "geomKit/queries/LineLineInt.h"
@@ -32,6 +36,7 @@
 #include "geomKit/queries/ProximityTester.h"
 
 #include "geomKit/implicits/Implicit.h"
+#include "geomKit/implicits/ImplicitCheck.h"
 #include "geomKit/implicits/ImplEllipsoid.h"
 
 #include "geomKit/meshFunc2d/vect2.h"
@@ -40,4 +45,17 @@
 #include "geomKit/meshFunc2d/MeshFunction2DCheck.h"
 
 #include "geomKit/debugDraw/gkFuncBinder.h"
+
+#include "geomKit/tags/loadDocument.h"
+#include "geomKit/tags/saveDocument.h"
+#include "geomKit/tags/Serializable.h"
+#include "geomKit/tags/SerializableFactory.h"
+#include "geomKit/tags/ClassDesc.h"
+#include "geomKit/tags/CompositeField.h"
+#include "geomKit/tags/MemberField.h"
+#include "geomKit/tags/MemberAccessor.h"
+#include "geomKit/tags/SimpleTypeHandler.h"
+#include "geomKit/tags/SequenceTypeHandler.h"
+#include "geomKit/tags/CompositeTypeHandler.h"
+#include "geomKit/tags/getSingularName.h"
 // clang-format on

@@ -13,6 +13,8 @@
 
 #include "tests/golden/Digest.h"
 
+namespace geomKit {
+
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
@@ -34,3 +36,5 @@ void inThreads(int count, const Work& work) {
     for (std::thread& thread : threads)
         thread.join();
 }
+
+}  // namespace geomKit

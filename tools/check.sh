@@ -48,7 +48,7 @@ configure_library() {
 check_tidy() {
   say "clang-tidy over the library"
   configure_library "$root/build/library"
-  (cd "$root" && git ls-files -z -- 'geomKit/*.cpp' 'host/*.cpp' |
+  (cd "$root" && git ls-files -z -- 'geomKit/*.cpp' |
     xargs -0 -n 2 -P "$job_count" clang-tidy -p build/library --quiet) \
     2> >(grep -v 'warnings generated' >&2)
 }

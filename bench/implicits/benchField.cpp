@@ -8,6 +8,8 @@
 #include "bench/implicits/fieldSamples.h"
 #include "geomKit/implicits/Implicit.h"
 
+using namespace geomKit;
+
 namespace {
 
 constexpr std::size_t kSamples = 500;
@@ -66,7 +68,7 @@ void evaluateOne(benchmark::State& state) {
 void evaluateArray(benchmark::State& state) {
     std::vector<double> values(kPoints);
     for (auto _ : state) {
-        scene().field.evaluate(scene().points.data(), values.data(), kPoints);
+        scene().field.evaluate(scene().points.data(), kPoints, values.data());
         benchmark::DoNotOptimize(values.data());
         benchmark::ClobberMemory();
     }
@@ -94,7 +96,7 @@ void gradientOne(benchmark::State& state) {
 void gradientArray(benchmark::State& state) {
     std::vector<Vector3> gradients(kPoints);
     for (auto _ : state) {
-        scene().field.getGradient(scene().points.data(), gradients.data(), kPoints);
+        scene().field.getGradient(scene().points.data(), kPoints, gradients.data());
         benchmark::DoNotOptimize(gradients.data());
         benchmark::ClobberMemory();
     }

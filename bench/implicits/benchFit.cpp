@@ -11,6 +11,8 @@
 #include "bench/implicits/fieldSamples.h"
 #include "geomKit/implicits/Implicit.h"
 
+using namespace geomKit;
+
 namespace {
 
 std::size_t sampleCount(const benchmark::State& state) {

@@ -2,8 +2,8 @@
 /// The samples that the benchmarks of the radial-basis field share.
 #pragma once
 
-#include "bench/implicits/plainElimination.h"
-#include "tests/golden/Digest.h"
+#include "tests/reference/InputSource.h"
+#include "tests/reference/plainElimination.h"
 
 inline PlainSamples fieldSamples(std::size_t count) {
     InputSource in(71);

@@ -22,7 +22,7 @@ struct LiteralMesh {
     std::vector<int> facets;
     std::vector<float> normaldots;
     std::vector<std::vector<int>> cells;
-    std::vector<std::unique_ptr<PolylineProjector>> boundaries;
+    std::vector<std::unique_ptr<geomKit::PolylineProjector>> boundaries;
     std::vector<std::vector<int>> boundaryFacets;
 
     explicit LiteralMesh(const TriangulationScene& scene)
@@ -82,7 +82,7 @@ private:
             }
         }
         while (!table.empty()) {
-            std::vector<Vector3> points;
+            std::vector<geomKit::Vector3> points;
             std::vector<int> owners;
             const auto visit = [&](int v) {
                 const Point& p = params[static_cast<std::size_t>(v)];
@@ -96,7 +96,7 @@ private:
                 if (from->second.empty()) table.erase(from);
                 from = visit(target);
             }
-            boundaries.push_back(std::make_unique<PolylineProjector>(points));
+            boundaries.push_back(std::make_unique<geomKit::PolylineProjector>(points));
             boundaryFacets.push_back(std::move(owners));
         }
     }

@@ -32,7 +32,7 @@ struct TriangulationScene {
     std::vector<float> normaldots;
     std::vector<int> facets;
     Delaunay delaunay;
-    std::unique_ptr<MeshFunction2D> function;
+    std::unique_ptr<geomKit::MeshFunction2D> function;
     std::vector<Point> randomQueries;
     std::vector<Point> rasterQueries;
 
@@ -55,7 +55,7 @@ struct TriangulationScene {
             for (int k = 0; k < 3; ++k)
                 facets.push_back(f->vertex(k)->info());
         }
-        function = std::make_unique<MeshFunction2D>(params, values, facets, normaldots);
+        function = std::make_unique<geomKit::MeshFunction2D>(params, values, facets, normaldots);
 
         std::uniform_real_distribution<double> inside(0.01 * kSize, 0.99 * kSize);
         for (std::size_t i = 0; i < kQueries; ++i) {

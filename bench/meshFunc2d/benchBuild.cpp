@@ -8,6 +8,8 @@
 #include "bench/meshFunc2d/TriangulationScene.h"
 #include "bench/meshFunc2d/facetTree.h"
 
+using namespace geomKit;
+
 namespace {
 
 using Scene = TriangulationScene;

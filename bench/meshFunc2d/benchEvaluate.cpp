@@ -5,6 +5,8 @@
 #include "bench/meshFunc2d/TriangulationScene.h"
 #include "bench/meshFunc2d/facetTree.h"
 
+using namespace geomKit;
+
 namespace {
 
 using Scene = TriangulationScene;

@@ -6,7 +6,9 @@
 #include <benchmark/benchmark.h>
 
 #include "geomKit/queries/Bbox.h"
-#include "tests/golden/Digest.h"
+#include "tests/reference/InputSource.h"
+
+using namespace geomKit;
 
 namespace {
 

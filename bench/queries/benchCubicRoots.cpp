@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,10 @@
 #define GEOMKIT_BENCH_BOOST 1
 #endif
 
-#include "bench/queries/literalCubic.h"
-#include "tests/golden/Digest.h"
+#include "tests/reference/InputSource.h"
+#include "tests/reference/literalCubic.h"
+
+using namespace geomKit;
 
 namespace {
 

@@ -8,7 +8,9 @@
 #include <benchmark/benchmark.h>
 
 #include "geomKit/queries/pointFitting.h"
-#include "tests/golden/Digest.h"
+#include "tests/reference/InputSource.h"
+
+using namespace geomKit;
 
 namespace {
 

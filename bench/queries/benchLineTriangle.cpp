@@ -15,7 +15,9 @@
 #include "bench/queries/lineTriangleScene.h"
 #include "geomKit/queries/LineTriangleInt.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
-#include "tests/golden/Digest.h"
+#include "tests/reference/InputSource.h"
+
+using namespace geomKit;
 
 namespace lineTriangle {
 
@@ -101,6 +103,27 @@ void geomKit(benchmark::State& state) {
     measure(state, [&](std::size_t line) { return byGeomKit(scene, line); });
 }
 
+void geomKitArray(benchmark::State& state) {
+    const Scene& scene = sceneOf(static_cast<int>(state.range(0)));
+    std::vector<Vector3> corners;
+    for (const Triangle& t : scene.triangles)
+        corners.insert(corners.end(), {t.a, t.b, t.c});
+    std::vector<std::int32_t> statuses(scene.triangles.size());
+    std::vector<double> params(scene.triangles.size());
+    measure(state, [&](std::size_t line) {
+        LineTriangleInt::intersect(scene.starts[line], scene.d, 0.0, corners.data(),
+                                   scene.triangles.size(), statuses.data(), params.data(), nullptr);
+        Answer answer;
+        for (std::size_t i = 0; i < statuses.size(); ++i) {
+            if (statuses[i] == LineTriangleInt::kHit) {
+                ++answer.hits;
+                answer.paramSum += params[i];
+            }
+        }
+        return answer;
+    });
+}
+
 void glmRay(benchmark::State& state) {
     const Scene& scene = sceneOf(static_cast<int>(state.range(0)));
     const auto convert = [](const Vector3& v) { return glm::dvec3(v.x, v.y, v.z); };
@@ -174,6 +197,7 @@ void eigenMoellerTrumbore(benchmark::State& state) {
 }
 
 BENCHMARK(geomKit)->Name("LineTriangle/geomKit")->Arg(1)->Arg(50);
+BENCHMARK(geomKitArray)->Name("LineTriangle/geomKit, array")->Arg(1)->Arg(50);
 BENCHMARK(glmRay)->Name("LineTriangle/GLM")->Arg(1)->Arg(50);
 BENCHMARK(eigenMoellerTrumbore)->Name("LineTriangle/EigenMoellerTrumbore")->Arg(1)->Arg(50);
 

@@ -19,7 +19,9 @@
 
 #include "geomKit/queries/PolylineProjector.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
-#include "tests/golden/Digest.h"
+#include "tests/reference/InputSource.h"
+
+using namespace geomKit;
 
 namespace {
 

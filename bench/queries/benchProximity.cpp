@@ -1,4 +1,5 @@
 // "Is this point near the set?" against a radius search in a k-d tree, and the building of both.
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -7,7 +8,9 @@
 
 #include "geomKit/queries/ProximityTester.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
-#include "tests/golden/Digest.h"
+#include "tests/reference/InputSource.h"
+
+using namespace geomKit;
 
 namespace {
 
@@ -86,6 +89,20 @@ void queryGeomKit(benchmark::State& state) {
     measureQueries(state, [&](const Vector3& q) { return tester.test(q); });
 }
 
+void queryGeomKitArray(benchmark::State& state) {
+    const std::vector<Vector3> pts = sheet();
+    const ProximityTester tester(pts, kRadius);
+    const std::vector<Vector3> list = queries(pts);
+    const auto answers = std::make_unique<bool[]>(list.size());
+    tester.test(list.data(), list.size(), answers.get());
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (answers[i] != tester.test(list[i])) state.SkipWithError("array and single call differ");
+    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(tester.test(list.data(), list.size(), answers.get()));
+    state.SetItemsProcessed(state.iterations() * kQueries);
+}
+
 void queryNanoflann(benchmark::State& state) {
     const std::vector<Vector3> pts = sheet();
     const Adaptor adaptor = {pts};
@@ -112,6 +129,7 @@ void buildNanoflann(benchmark::State& state) {
 }
 
 BENCHMARK(queryGeomKit)->Name("proximityQuery/geomKit");
+BENCHMARK(queryGeomKitArray)->Name("proximityQuery/geomKit, array");
 BENCHMARK(queryNanoflann)->Name("proximityQuery/nanoflann");
 BENCHMARK(buildGeomKit)->Name("proximityBuild/geomKit");
 BENCHMARK(buildNanoflann)->Name("proximityBuild/nanoflann");

@@ -17,15 +17,15 @@ constexpr int kTriangles = 16000;
 constexpr std::size_t kLines = 64;
 
 struct Triangle {
-    Vector3 a;
-    Vector3 b;
-    Vector3 c;
+    geomKit::Vector3 a;
+    geomKit::Vector3 b;
+    geomKit::Vector3 c;
 };
 
 /// Parallel lines.
 struct Scene {
-    std::vector<Vector3> starts;
-    UVector3 d;
+    std::vector<geomKit::Vector3> starts;
+    geomKit::UVector3 d;
     std::vector<Triangle> triangles;
 };
 

@@ -3,6 +3,8 @@
 
 #include "bench/queries/lineTriangleScene.h"
 
+using namespace geomKit;
+
 namespace lineTriangle {
 
 namespace {

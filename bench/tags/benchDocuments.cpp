@@ -4,17 +4,19 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <ostream>
+#include <memory>
 #include <random>
-#include <streambuf>
 #include <string>
+#include <utility>
 
 #include <benchmark/benchmark.h>
 
 #include "bench/tags/peakMemory.h"
 #include "bench/tags/peers.h"
-#include "host/tags/loadDocument.h"
-#include "host/tags/saveDocument.h"
+#include "geomKit/tags/loadDocument.h"
+#include "geomKit/tags/saveDocument.h"
+
+using namespace geomKit;
 
 namespace {
 
@@ -52,27 +54,12 @@ const MeshFunction2D& function() {
     return *result;
 }
 
-/// A stream into a string that can be moved out, as the peers' text can.
-class StringSink : public std::streambuf {
-public:
-    std::string text;
-
-private:
-    std::streamsize xsputn(const char* data, std::streamsize size) override {
-        text.append(data, static_cast<std::size_t>(size));
-        return size;
-    }
-};
-
 std::string saveGeomKit(const MeshFunction2D& object) {
-    StringSink sink;
-    std::ostream out(&sink);
-    saveDocument(object, out);
-    return std::move(sink.text);
+    return std::move(saveDocumentText(object).document);
 }
 
-std::unique_ptr<Serializable> loadGeomKit(const std::string& text) {
-    return loadDocument(text).object;
+std::unique_ptr<MeshFunction2D> loadGeomKit(const std::string& text) {
+    return std::move(loadDocumentText<MeshFunction2D>(text).object);
 }
 
 const std::string& document() {
@@ -101,7 +88,7 @@ void compare() {
     require(squeezed(saveTinyxml2(function())) == ours, "text of tinyxml2");
     const auto loaded = loadGeomKit(document());
     require(loaded != nullptr, "nothing loaded");
-    const std::string again = saveGeomKit(dynamic_cast<const MeshFunction2D&>(*loaded));
+    const std::string again = saveGeomKit(*loaded);
     require(saveGeomKit(*loadPugixml(document())) == again, "object of pugixml");
     require(saveGeomKit(*loadTinyxml2(document())) == again, "object of tinyxml2");
 }

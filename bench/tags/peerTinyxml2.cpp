@@ -2,6 +2,8 @@
 
 #include "bench/tags/peers.h"
 
+using namespace geomKit;
+
 namespace {
 
 using Point = MeshFunction2D::Point;

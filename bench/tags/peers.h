@@ -10,11 +10,11 @@
 
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
 
-std::string savePugixml(const MeshFunction2D& function);
-std::unique_ptr<MeshFunction2D> loadPugixml(const std::string& document);
+std::string savePugixml(const geomKit::MeshFunction2D& function);
+std::unique_ptr<geomKit::MeshFunction2D> loadPugixml(const std::string& document);
 
-std::string saveTinyxml2(const MeshFunction2D& function);
-std::unique_ptr<MeshFunction2D> loadTinyxml2(const std::string& document);
+std::string saveTinyxml2(const geomKit::MeshFunction2D& function);
+std::unique_ptr<geomKit::MeshFunction2D> loadTinyxml2(const std::string& document);
 
 /// A number as text that ends with a zero, as both libraries want it.
 class Chars {

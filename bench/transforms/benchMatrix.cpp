@@ -15,6 +15,8 @@
 
 #include "geomKit/transforms/Transform.h"
 
+using namespace geomKit;
+
 namespace {
 
 constexpr std::size_t kCount = 48;

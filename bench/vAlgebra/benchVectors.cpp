@@ -11,7 +11,9 @@
 #include <glm/glm.hpp>
 
 #include "geomKit/vAlgebra/Matrix3.h"
-#include "tests/golden/Digest.h"
+#include "tests/reference/InputSource.h"
+
+using namespace geomKit;
 
 namespace {
 

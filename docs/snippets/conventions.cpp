@@ -1,7 +1,11 @@
 // The examples of docs/conventions.md.
+#include <array>
 #include <cmath>
+#include <string>
 
 #include "geomKit/geomKit.h"
+
+using namespace geomKit;
 
 namespace {
 
@@ -29,6 +33,13 @@ bool matrices() {
     return near(image, {0, 1, 0}) && near(firstColumn, image) && near(both, {0, 0, 1});
 }
 
+bool conversions() {
+    const std::array<float, 3> vertex = {1.0F, 2.0F, 3.0F};
+    const Vector3 inside(vertex);
+    const auto outside = (2.0 * inside).to<std::array<float, 3>>();  // {2, 4, 6}
+    return outside == std::array<float, 3>{2.0F, 4.0F, 6.0F};
+}
+
 bool degenerate() {
     const UVector3 direction(0, 0, 0);                    // (0, 0, 1)
     const Matrix3 flat({1, 0, 0}, {0, 1, 0}, {0, 0, 0});  // singular
@@ -37,8 +48,17 @@ bool degenerate() {
     return near(direction, {0, 0, 1}) && !inverted && !parallel;
 }
 
+bool trouble() {
+    std::string told;
+    const auto tell = [&told](const std::string& text) { told = text; };
+    const Implicit field({{{0, 0, 0}, 1}, {{1, 0, 0}, 2}, {{0, 0, 0}, 3}});
+    const ImplicitCheck check = field.check();
+    if (!check) tell(check.text());  // samples 0 and 2 have the same centre
+    return told == "samples 0 and 2 have the same centre";
+}
+
 }  // namespace
 
 int main() {
-    return products() && matrices() && degenerate() ? 0 : 1;
+    return products() && matrices() && conversions() && degenerate() && trouble() ? 0 : 1;
 }

@@ -7,6 +7,8 @@
 #include "geomKit/implicits/ImplEllipsoid.h"
 #include "geomKit/implicits/Implicit.h"
 
+using namespace geomKit;
+
 namespace {
 
 bool fitsAFieldToASphere() {
@@ -27,8 +29,8 @@ bool fitsAFieldToASphere() {
         samples.emplace_back(point + normal * d, d);
     }
     const Implicit field(samples);
-    if (field.metZeroPivot() || !(field.maxResidual(samples) <= 1e-6 * d)) return false;
-    field.evaluate(points.data(), values.data(), points.size());
+    if (!field.check() || !(field.maxResidual(samples) <= 1e-6 * d)) return false;
+    field.evaluate(points.data(), points.size(), values.data());
 
     return values[0] < 0.0 && values[1] > 0.0;
 }
@@ -37,10 +39,10 @@ bool thickensAnEllipsoid() {
     const ImplEllipsoid unit({{1, 0, 0}, {-1, 0, 0}, {0, 1, 0}, {0, -1, 0}, {0, 0, 1}, {0, 0, -1}});
     ImplEllipsoid ellipsoid = unit;
 
-    const std::unique_ptr<ImplEllipsoid> skin(ellipsoid.thicken(0.5));
+    const ImplEllipsoid skin = ellipsoid.thickened(0.5);
 
     double value = 0.0;
-    skin->evaluate({1.5, 0, 0}, &value, nullptr, nullptr);
+    skin.evaluate({1.5, 0, 0}, &value, nullptr, nullptr);
     return std::abs(value - 1.0) < 1e-12;
 }
 

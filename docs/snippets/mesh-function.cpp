@@ -4,6 +4,8 @@
 
 #include "geomKit/geomKit.h"
 
+using namespace geomKit;
+
 namespace {
 
 int pointsDrawn = 0;

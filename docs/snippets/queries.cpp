@@ -1,7 +1,12 @@
 // The examples of docs/queries.md.
+#include <vector>
+
 #include "geomKit/queries/LineLineInt.h"
 #include "geomKit/queries/LinePlaneInt.h"
+#include "geomKit/queries/LineTriangleInt.h"
 #include "geomKit/queries/PolylineProjector.h"
+
+using namespace geomKit;
 
 namespace {
 
@@ -30,6 +35,17 @@ bool parallels() {
     return lines.status == LineLineInt::kCoincident;
 }
 
+bool triangles() {
+    const Vector3 eye(0.75, 0.5, 5);
+    const UVector3 direction(0, 0, -1);
+    const std::vector<Vector3> vertices = {{0, 0, 0}, {1, 0, 1}, {1, 1, 1}, {0, 1, 0}};
+    const std::vector<int> facets = {0, 2, 3, 0, 1, 2};
+    const LineTriangleHit first = LineTriangleInt::nearest(
+        eye, direction, 0.0, 0.0, vertices.data(), vertices.size(), facets.data(), 2);
+    if (first) mark(first.point);  // in triangle 1
+    return first.triangle == 1 && marked == Vector3(0.75, 0.5, 0.75);
+}
+
 bool polylines() {
     const PolylineProjector path({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}});
     const PolylineProjection foot = path.nearest({3, 0.5, 0});
@@ -40,5 +56,5 @@ bool polylines() {
 }  // namespace
 
 int main() {
-    return planes() && parallels() && polylines() ? 0 : 1;
+    return planes() && parallels() && triangles() && polylines() ? 0 : 1;
 }

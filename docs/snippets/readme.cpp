@@ -5,10 +5,10 @@
 #include "geomKit/geomKit.h"
 
 int main() {
-    using Point = MeshFunction2D::Point;
+    using Point = geomKit::MeshFunction2D::Point;
     const std::vector<Point> corners = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
     const std::vector<Point> values = {{10, 0}, {12, 0}, {12, 5}, {10, 5}};
-    const MeshFunction2D f(corners, values, {0, 1, 2, 0, 2, 3}, {});
+    const geomKit::MeshFunction2D f(corners, values, {0, 1, 2, 0, 2, 3}, {});
 
     Point inside, outside;
     f.evaluate({0.25, 0.5}, &inside, nullptr);                  // inside is (10.5, 2.5)

@@ -3,6 +3,8 @@
 
 #include "geomKit/transforms/BoneTransformVector.h"
 
+using namespace geomKit;
+
 namespace {
 
 bool skinsAStrip() {
@@ -20,7 +22,7 @@ bool skinsAStrip() {
 
     std::vector<Vector3> positions(3);
     std::vector<UVector3> skinned(3);
-    pose.transformVertices(0, 3, &mesh, normals.data(), positions.data(), skinned.data());
+    pose.transformVertices(&mesh, normals.data(), 0, 3, positions.data(), skinned.data());
     // positions[2] is (1.5, 1, 0) and skinned[2] is (0, -1, 0)
 
     return positions[2] == Vector3(1.5, 1, 0) && skinned[2] == Vector3(0, -1, 0) &&
@@ -33,9 +35,7 @@ bool takesABoneFromAFile() {
     const Vector3 p(1, 2, 3);
 
     const Matrix map = boneToRoot * restToBone;
-    BoneTransform bone;
-    bone.linear = Matrix3(map);
-    bone.translation = map.translation();
+    const BoneTransform bone(map);
 
     return bone.transformPoint(p) == boneToRoot.transformPoint(restToBone.transformPoint(p));
 }

@@ -4,6 +4,8 @@
 
 #include "geomKit/transforms/BoneTransformVector.h"
 
+using namespace geomKit;
+
 namespace {
 
 bool skinsInTwoThreads() {
@@ -17,12 +19,12 @@ bool skinsInTwoThreads() {
     std::vector<Vector3> positions(3);
     std::vector<UVector3> normals(3);
 
-    const int count = static_cast<int>(mesh.positions.size());
-    const auto skin = [&](int first, int last) {
-        skeleton.transformVertices(first, last, &mesh, rest.data(), positions.data(),
-                                   normals.data());
+    const std::size_t count = mesh.positions.size();
+    const auto skin = [&](std::size_t first, std::size_t size) {
+        skeleton.transformVertices(&mesh, rest.data() + first, first, size,
+                                   positions.data() + first, normals.data() + first);
     };
-    auto secondHalf = std::async(std::launch::async, skin, count / 2, count);
+    auto secondHalf = std::async(std::launch::async, skin, count / 2, count - count / 2);
     skin(0, count / 2);
     secondHalf.get();
 

@@ -5,6 +5,8 @@
 
 #include <geomKit/vAlgebra/vectorUtils.h>
 
+using namespace geomKit;
+
 namespace demo {
 
 Camera::Camera(const Vector3& eye, const Vector3& target, const UVector3& up)

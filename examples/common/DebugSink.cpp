@@ -6,27 +6,26 @@
 
 #include "examples/common/colourMaps.h"
 
+using namespace geomKit;
+
 namespace demo {
-namespace {
-
-DebugSink* activeSink = nullptr;
-
-}  // namespace
 
 struct DebugSink::Callbacks {
-    static void drawVector(const Vector3& origin, const Vector3& vector, int colour, double scale) {
-        DebugSink& sink = receive();
+    static void drawVector(const Vector3& origin, const Vector3& vector, int colour, double scale,
+                           void* context) {
+        DebugSink& sink = receive(context);
         drawArrow(sink.image_, sink.projection_(origin), sink.projection_(origin + vector * scale),
                   sink.lineWidth, sink.arrowHead, paletteColour(colour));
     }
 
-    static void drawPoint(const Vector3& point, int colour) {
-        DebugSink& sink = receive();
+    static void drawPoint(const Vector3& point, int colour, void* context) {
+        DebugSink& sink = receive(context);
         drawDisc(sink.image_, sink.projection_(point), sink.dotRadius, paletteColour(colour));
     }
 
-    static void drawPoints(const std::vector<Vector3>& points, int colour, int style) {
-        DebugSink& sink = receive();
+    static void drawPoints(const std::vector<Vector3>& points, int colour, int style,
+                           void* context) {
+        DebugSink& sink = receive(context);
         std::vector<Point2> pixels;
         pixels.reserve(points.size());
         for (const Vector3& p : points) {
@@ -42,30 +41,28 @@ struct DebugSink::Callbacks {
         }
     }
 
-    static void clear() {
-        DebugSink& sink = receive();
+    static void clear(void* context) {
+        DebugSink& sink = receive(context);
         sink.image_ = sink.background_;
     }
 
-    static DebugSink& receive() {
-        ++activeSink->calls_;
-        return *activeSink;
+    static DebugSink& receive(void* context) {
+        auto& sink = *static_cast<DebugSink*>(context);
+        ++sink.calls_;
+        return sink;
     }
 };
 
 DebugSink::DebugSink(Image& image, Projection projection)
     : image_(image), background_(image), projection_(std::move(projection)) {
-    activeSink = this;
-    gkFuncBinder::registerDrawVector(&Callbacks::drawVector);
-    gkFuncBinder::registerDrawPoint(&Callbacks::drawPoint);
-    gkFuncBinder::registerDrawPoints(&Callbacks::drawPoints);
-    gkFuncBinder::registerClear(&Callbacks::clear);
+    gkFuncBinder::registerDrawVector(&Callbacks::drawVector, this);
+    gkFuncBinder::registerDrawPoint(&Callbacks::drawPoint, this);
+    gkFuncBinder::registerDrawPoints(&Callbacks::drawPoints, this);
+    gkFuncBinder::registerClear(&Callbacks::clear, this);
 }
 
 DebugSink::~DebugSink() {
-    if (activeSink != this) return;
     gkFuncBinder::iGet()->iReset();
-    activeSink = nullptr;
 }
 
 }  // namespace demo

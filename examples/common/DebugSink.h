@@ -12,13 +12,12 @@ namespace demo {
 
 /// While it lives, whatever is drawn through `gkFuncBinder` appears in its image.
 ///
-/// Colours are indices into `paletteColour`. The callbacks are plain functions, so there is one
-/// sink at a time: the youngest receives everything, and its end unregisters all four. Not for
+/// Colours are indices into `paletteColour`. There is one registry, so one sink at a time. Not for
 /// concurrent drawing.
 class DebugSink {
 public:
     /// From the drawing's own coordinates to pixels.
-    using Projection = std::function<Point2(const Vector3&)>;
+    using Projection = std::function<Point2(const geomKit::Vector3&)>;
 
     /// How `drawPoints` shows its points.
     enum Style { kDots = 0, kPolyline = 1, kPolylineWithDots = 2 };

@@ -13,12 +13,12 @@
 namespace demo {
 namespace {
 
-// The last is the timer's.
+// SIGPROF comes from the timer.
 constexpr std::array<int, 6> kSignals = {SIGSEGV, SIGBUS, SIGABRT, SIGFPE, SIGILL, SIGPROF};
 constexpr int kSeconds = 60;
 constexpr rlim_t kAddressSpace = rlim_t{8} << 30;
 
-// What a handler may touch when neither the heap nor the stack is to be trusted.
+// The signal handler uses these alone: the heap and the stack may be damaged.
 std::array<char, 512> text;
 std::size_t textSize = 0;
 int status = 0;
@@ -39,7 +39,7 @@ void setTimer(int seconds) {
 }
 
 void limitAddressSpace(rlim_t limit) {
-    // The sanitizers reserve terabytes of it.
+    // Not under a sanitizer, which reserves terabytes of address space for itself.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     rlimit space = previousSpace;
     space.rlim_cur = std::min(space.rlim_cur, limit);

@@ -1,5 +1,7 @@
 #include "examples/common/Mesh.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

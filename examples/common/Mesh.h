@@ -11,9 +11,9 @@
 namespace demo {
 
 struct Mesh {
-    std::vector<Vector3> positions;
+    std::vector<geomKit::Vector3> positions;
     /// One per position, or empty.
-    std::vector<Vector3> normals;
+    std::vector<geomKit::Vector3> normals;
     /// One per position, or empty when the model has no texture coordinates.
     std::vector<Point2> uvs;
     /// One per position, or empty: the smallest and the largest principal curvature.

@@ -10,6 +10,8 @@
 
 #include "examples/common/ImportGuard.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

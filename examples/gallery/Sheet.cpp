@@ -4,6 +4,8 @@
 
 #include "examples/gallery/strokes.h"
 
+using namespace geomKit;
+
 namespace gallery {
 namespace {
 

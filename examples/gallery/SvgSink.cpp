@@ -7,6 +7,8 @@
 
 #include <geomKit/debugDraw/gkFuncBinder.h>
 
+using namespace geomKit;
+
 namespace gallery {
 namespace {
 
@@ -36,8 +38,6 @@ constexpr const char* kStyleSheet =
 constexpr double kDotRadius = 4.2;
 constexpr double kHeadLength = 9.0;
 constexpr double kHeadHalfWidth = 3.6;
-
-SvgSink* activeSink = nullptr;
 
 std::string coordinate(double value) {
     return number(value, 2);
@@ -74,8 +74,9 @@ std::string escaped(std::string_view words) {
 }  // namespace
 
 struct SvgSink::Callbacks {
-    static void drawVector(const Vector3& origin, const Vector3& vector, int colour, double scale) {
-        SvgSink& sink = *activeSink;
+    static void drawVector(const Vector3& origin, const Vector3& vector, int colour, double scale,
+                           void* context) {
+        SvgSink& sink = from(context);
         const Vector3 end = origin + vector * scale;
         const Pixel a = sink.projection(origin);
         const Pixel b = sink.projection(end);
@@ -92,18 +93,21 @@ struct SvgSink::Callbacks {
                       pair({foot.x + dy * across, foot.y - dx * across}) + "Z\"/>\n";
     }
 
-    static void drawPoint(const Vector3& point, int colour) {
-        const Pixel p = activeSink->projection(point);
-        activeSink->body_ += "<circle class=\"p" + colourClass(colour) + " cx=\"" +
-                             coordinate(p.x) + "\" cy=\"" + coordinate(p.y) + "\" r=\"" +
-                             coordinate(kDotRadius) + "\"/>\n";
+    static void drawPoint(const Vector3& point, int colour, void* context) {
+        SvgSink& sink = from(context);
+        const Pixel p = sink.projection(point);
+        sink.body_ += "<circle class=\"p" + colourClass(colour) + " cx=\"" + coordinate(p.x) +
+                      "\" cy=\"" + coordinate(p.y) + "\" r=\"" + coordinate(kDotRadius) + "\"/>\n";
     }
 
-    static void drawPoints(const std::vector<Vector3>& points, int colour, int style) {
-        if (!points.empty()) activeSink->addPath(points, colour, style);
+    static void drawPoints(const std::vector<Vector3>& points, int colour, int style,
+                           void* context) {
+        if (!points.empty()) from(context).addPath(points, colour, style);
     }
 
-    static void clear() { activeSink->body_.clear(); }
+    static void clear(void* context) { from(context).body_.clear(); }
+
+    static SvgSink& from(void* context) { return *static_cast<SvgSink*>(context); }
 };
 
 SvgSink::SvgSink(double width, double height, const std::string& title) {
@@ -115,16 +119,14 @@ SvgSink::SvgSink(double width, double height, const std::string& title) {
         head_ += ".c" + std::to_string(i) + "{color:" + kColours[i] + '}';
     }
     head_ += "</style>\n<rect " + size + "\" rx=\"8\" fill=\"#fff\"/>\n";
-    activeSink = this;
-    gkFuncBinder::registerDrawVector(&Callbacks::drawVector);
-    gkFuncBinder::registerDrawPoint(&Callbacks::drawPoint);
-    gkFuncBinder::registerDrawPoints(&Callbacks::drawPoints);
-    gkFuncBinder::registerClear(&Callbacks::clear);
+    gkFuncBinder::registerDrawVector(&Callbacks::drawVector, this);
+    gkFuncBinder::registerDrawPoint(&Callbacks::drawPoint, this);
+    gkFuncBinder::registerDrawPoints(&Callbacks::drawPoints, this);
+    gkFuncBinder::registerClear(&Callbacks::clear, this);
 }
 
 SvgSink::~SvgSink() {
     gkFuncBinder::iGet()->iReset();
-    activeSink = nullptr;
 }
 
 void SvgSink::addPath(const std::vector<Vector3>& points, int colour, int style) {

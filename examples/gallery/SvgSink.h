@@ -29,8 +29,8 @@ enum Style : int { kDots, kLine, kThin, kDashes, kBold, kArea, kSolid };
 enum class Role { kTitle, kCaption, kLabel };
 enum class Anchor { kStart, kMiddle, kEnd };
 
-/// While it lives, whatever is drawn through `gkFuncBinder` is added to its document. The callbacks
-/// are plain functions, so there is one sink at a time. Not for concurrent drawing.
+/// While it lives, whatever is drawn through `gkFuncBinder` is added to its document. There is one
+/// registry, so one sink at a time. Not for concurrent drawing.
 class SvgSink {
 public:
     SvgSink(double width, double height, const std::string& title);
@@ -39,7 +39,7 @@ public:
     SvgSink& operator=(const SvgSink&) = delete;
 
     /// From the drawing's own coordinates to pixels; set before the first call of a hook.
-    std::function<Pixel(const Vector3&)> projection;
+    std::function<Pixel(const geomKit::Vector3&)> projection;
 
     /// A pale background of a part of the picture.
     void panel(Pixel corner, double width, double height);
@@ -51,7 +51,7 @@ public:
 private:
     struct Callbacks;
 
-    void addPath(const std::vector<Vector3>& points, int colour, int style);
+    void addPath(const std::vector<geomKit::Vector3>& points, int colour, int style);
 
     std::string head_;
     std::string body_;

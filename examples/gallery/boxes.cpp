@@ -11,6 +11,8 @@
 #include "examples/gallery/pictures.h"
 #include "examples/gallery/strokes.h"
 
+using namespace geomKit;
+
 namespace gallery {
 namespace {
 
@@ -84,7 +86,7 @@ void halfPlane(Sheet& sheet) {
     const Vector3 q(0.1, -0.1, 0.0);
     const UVector3 n(0.35, 1.0, 0.0);
     sheet.panel(View::map({}, 2.0 * kHalfWidth));
-    // What is left of the edges of the panel goes around what is left of the panel.
+    // The clipped edges of the panel are the outline of the part that the half-plane keeps.
     const std::vector<Vector3> rim =
         rectangle({-kHalfWidth, -kHalfHeight, 0.0}, {kHalfWidth, kHalfHeight, 0.0});
     std::vector<Vector3> side;
@@ -137,7 +139,7 @@ void crossings(Sheet& sheet) {
     sheet.panel(View::map({}, 2.0 * kHalfWidth));
     int count = 0;
     for (int i = 0; i < 12; ++i) {
-        // From 283 on the numbers keep all ends clear of the other segments, so that one can count.
+        // With these numbers no end lies near another segment, so that a reader can count.
         const int k = 283 + i;
         const Vector3 b0(-1.15 + 0.21 * i, 0.45 + 0.4 * scatter(k), 0.0);
         const Vector3 b1 = b0 + Vector3(0.2 * scatter(k + 20), -0.75 + 0.45 * scatter(k + 40), 0.0);

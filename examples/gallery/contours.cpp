@@ -5,6 +5,8 @@
 #include <map>
 #include <utility>
 
+using namespace geomKit;
+
 namespace gallery {
 namespace {
 
@@ -27,7 +29,8 @@ Links cellCrossings(const std::vector<double>& values, std::size_t nx, std::size
                 const auto [a, b] = std::minmax(corners[k], corners[(k + 1) % 4]);
                 if ((values[a] < level) != (values[b] < level)) crossed.emplace_back(a, b);
             }
-            // Of four crossings, neighbours in turn are joined: either choice is a contour.
+            // Four crossings are joined in pairs of neighbours. Both ways of pairing give a
+            // contour.
             for (std::size_t k = 0; k + 1 < crossed.size(); k += 2) {
                 links[crossed[k]].push_back(crossed[k + 1]);
                 links[crossed[k + 1]].push_back(crossed[k]);

@@ -13,6 +13,8 @@
 #include "examples/gallery/pictures.h"
 #include "examples/gallery/strokes.h"
 
+using namespace geomKit;
+
 namespace gallery {
 namespace {
 
@@ -31,7 +33,8 @@ std::vector<Vector3> section(const ImplEllipsoid& ellipsoid, const Vector3& e1, 
 /// The ellipsoid's outline as seen, and its principal sections: dashed where they are behind.
 void drawEllipsoid(const ImplEllipsoid& ellipsoid, const UVector3* axes, const View& view,
                    int colour) {
-    // Seen from the side are the points d off the centre with (matrix d) * view = 0.
+    // The outline are the points d off the centre whose normal, matrix d, is perpendicular to the
+    // view.
     Vector3 e1;
     Vector3 e2;
     getBasis((ellipsoid.matrix * view.towardsViewer()).normalize(), e1, e2);

@@ -12,6 +12,8 @@
 #include "examples/gallery/pictures.h"
 #include "examples/gallery/strokes.h"
 
+using namespace geomKit;
+
 namespace gallery {
 namespace {
 
@@ -86,7 +88,7 @@ std::string outline() {
     const Vector3 high(0.95, 1.26, 0.0);
     const std::vector<Vector3> corners = gridCorners(low, high, kCellsX, kCellsY);
     std::vector<double> values(corners.size());
-    field.evaluate(corners.data(), values.data(), corners.size());
+    field.evaluate(corners.data(), corners.size(), values.data());
     const auto levels = [&](double level) {
         return contours(values, low, high, kCellsX, kCellsY, level);
     };

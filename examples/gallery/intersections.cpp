@@ -10,6 +10,8 @@
 #include "examples/gallery/pictures.h"
 #include "examples/gallery/strokes.h"
 
+using namespace geomKit;
+
 namespace gallery {
 namespace {
 

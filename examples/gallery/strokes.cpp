@@ -7,6 +7,8 @@
 #include <geomKit/debugDraw/gkFuncBinder.h>
 #include <geomKit/vAlgebra/vectorUtils.h>
 
+using namespace geomKit;
+
 namespace gallery {
 
 void dot(const Vector3& p, int colour) {

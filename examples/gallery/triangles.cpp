@@ -14,6 +14,8 @@
 #include "examples/gallery/pictures.h"
 #include "examples/gallery/strokes.h"
 
+using namespace geomKit;
+
 namespace gallery {
 namespace {
 
@@ -30,7 +32,7 @@ void lineTriangle(Sheet& sheet, const Triangle& t, const Vector3& p, const UVect
     const View view = View::orbit(-70.0, 26.0, {0.0, 0.05, 0.1}, 3.9);
     sheet.panel(view);
 
-    // A line that passes this sphere is sent away first.
+    // A line that passes outside of this sphere is a miss without further tests.
     const Vector3 centroid = (t.a + t.b + t.c) / 3.0;
     const double radius = std::max({dist(centroid, t.a), dist(centroid, t.b), dist(centroid, t.c)});
     const Vector3 right = view.frame.transpose() * Vector3(radius, 0.0, 0.0);

@@ -1,5 +1,7 @@
 #include "examples/meshFunction/BezierPatch.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

@@ -10,17 +10,17 @@ namespace demo {
 
 /// A surface point with the derivatives that `principalCurvatures` takes.
 struct SurfacePoint {
-    Vector3 position;
+    geomKit::Vector3 position;
     /// Su, Sv.
-    std::array<Vector3, 2> d1;
+    std::array<geomKit::Vector3, 2> d1;
     /// Suu, Suv, Svv.
-    std::array<Vector3, 3> d2;
+    std::array<geomKit::Vector3, 3> d2;
 };
 
 /// S(u, v) = sum over r, c of B_r(v) B_c(u) control[4 r + c] with the cubic Bernstein polynomials
 /// B: u runs along a row of control points, v from row to row, both over [0, 1].
 struct BezierPatch {
-    std::array<Vector3, 16> control;
+    std::array<geomKit::Vector3, 16> control;
 
     SurfacePoint at(double u, double v) const;
 };

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <cmath>
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

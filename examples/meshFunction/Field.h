@@ -30,10 +30,10 @@ struct Field {
 };
 
 /// Asks `evaluate` for every sample.
-Field evaluateOver(const MeshFunction2D& function, int width, int height, int perPixel);
+Field evaluateOver(const geomKit::MeshFunction2D& function, int width, int height, int perPixel);
 
 /// Asks `extrapolate` at the middle of every pixel, or, since a query searches all boundary chains,
 /// of every few pixels when the function has hundreds of them.
-Field extrapolateOver(const MeshFunction2D& function, int width, int height);
+Field extrapolateOver(const geomKit::MeshFunction2D& function, int width, int height);
 
 }  // namespace demo

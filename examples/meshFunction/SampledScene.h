@@ -77,7 +77,8 @@ void SampledScene::forEachSampleOf(int facet, const Visit& visit) const {
 
 template <typename Visit>
 void SampledScene::forEachHiddenSample(int facet, const Visit& visit) const {
-    // Facets that meet at an edge have the same depth there but for rounding: this is no hiding.
+    // Facets that meet at an edge have the same depth there, apart from rounding. Neither hides the
+    // other.
     constexpr double kClearlyFarther = 1.0 + 1e-9;
     forEachSampleOf(facet, [&](std::size_t sample, double depth) {
         if (depth > fronts_[sample].depth * kClearlyFarther) visit(sample);

@@ -6,6 +6,8 @@
 #include "examples/meshFunction/cutMesh.h"
 #include "examples/meshFunction/frontToBack.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

@@ -23,9 +23,9 @@ struct View {
 /// What `camera` sees of `mesh` in a picture of the given size.
 ///
 /// Where the surface turns away it is cut along the line on which the cosine is `grazingCosine`,
-/// somewhat above 0: a facet seen edge-on maps a sliver of the picture to a wide stretch of
-/// texture, and a function that extends such a facet beyond the outline runs away at once. Facets
-/// that are seen inside the outline stay whole: cutting them would open holes. Facets that show
+/// somewhat above 0: a facet seen edge-on maps a narrow strip of the picture to a wide stretch of
+/// texture, and its continuation beyond the outline grows very fast. Facets that are seen inside
+/// the outline stay whole: cutting them would open holes. Facets that show
 /// their back are kept only where they are seen, as through an opening.
 View viewMesh(const Mesh& mesh, const Camera& camera, int width, int height, double grazingCosine);
 

@@ -6,6 +6,8 @@
 
 #include <geomKit/vAlgebra/vectorUtils.h>
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

@@ -10,6 +10,7 @@ namespace demo {
 
 /// Darkens the ground on which the mesh stands around the place where it touches it: an ellipse
 /// without an edge, as under an even sky.
-void drawGroundShadow(Image& image, const Camera& camera, const Mesh& mesh, const UVector3& up);
+void drawGroundShadow(Image& image, const Camera& camera, const Mesh& mesh,
+                      const geomKit::UVector3& up);
 
 }  // namespace demo

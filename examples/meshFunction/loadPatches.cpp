@@ -3,6 +3,8 @@
 
 #include "examples/meshFunction/PatchModel.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

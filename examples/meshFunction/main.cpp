@@ -17,6 +17,8 @@
 #include "examples/meshFunction/teapot.h"
 #include "examples/meshFunction/texture.h"
 
+using namespace geomKit;
+
 namespace {
 
 using namespace demo;

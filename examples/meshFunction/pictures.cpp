@@ -8,6 +8,8 @@
 #include "examples/common/DebugSink.h"
 #include "examples/common/colourMaps.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

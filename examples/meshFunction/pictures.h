@@ -31,6 +31,6 @@ Image palePicture(const Image& picture);
 /// The function's boundary chains over `picture`, drawn through the debug drawing hooks: each in a
 /// colour of its own, with a dot at its first point and an arrow along it. Returns the number of
 /// calls that the hooks passed on.
-int drawBoundaries(const MeshFunction2D& function, Image& picture);
+int drawBoundaries(const geomKit::MeshFunction2D& function, Image& picture);
 
 }  // namespace demo

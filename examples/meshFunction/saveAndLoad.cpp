@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-#include <host/tags/loadDocument.h>
-#include <host/tags/saveDocument.h>
+#include <geomKit/tags/loadDocument.h>
+#include <geomKit/tags/saveDocument.h>
+
+using namespace geomKit;
 
 namespace demo {
 namespace {
@@ -21,18 +24,17 @@ bool agree(const FieldSample& a, const FieldSample& b) {
 
 std::unique_ptr<MeshFunction2D> saveAndLoad(const MeshFunction2D& function,
                                             const std::filesystem::path& path, std::string* error) {
-    if (!saveDocumentFile(function, path, error)) {
-        *error = path.string() + ": " + *error;
+    const SavedDocument saved = saveDocumentFile(function, path);
+    if (!saved) {
+        *error = saved.text();
         return nullptr;
     }
-    LoadedDocument loaded = loadDocumentFile(path);
-    auto* copy = dynamic_cast<MeshFunction2D*>(loaded.object.get());
-    if (copy == nullptr || !loaded.report.isClean()) {
-        *error = path.string() + ": " + loaded.report.text();
+    LoadedDocument loaded = loadDocumentFile<MeshFunction2D>(path);
+    if (!loaded || !loaded.report.isClean()) {
+        *error = loaded.text();
         return nullptr;
     }
-    static_cast<void>(loaded.object.release());
-    return std::unique_ptr<MeshFunction2D>(copy);
+    return std::move(loaded.object);
 }
 
 std::size_t differingAnswers(const Field& a, const Field& b) {

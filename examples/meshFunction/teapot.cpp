@@ -8,6 +8,8 @@
 #include "examples/meshFunction/PatchModel.h"
 #include "examples/meshFunction/cutMesh.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

@@ -7,6 +7,8 @@
 
 #include "examples/meshFunction/PatchModel.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

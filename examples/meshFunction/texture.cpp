@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

@@ -13,6 +13,8 @@
 #include "examples/skin/keyFrames.h"
 #include "examples/skin/nodeFrames.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

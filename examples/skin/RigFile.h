@@ -35,13 +35,13 @@ public:
     double strongestTime(const aiAnimation& clip) const;
 
     /// The pose at a time in seconds; before the first and after the last key these hold.
-    BoneTransformVector pose(const aiAnimation& clip, double seconds) const;
+    geomKit::BoneTransformVector pose(const aiAnimation& clip, double seconds) const;
     /// Every joint turned in the plane of the picture, the longest chain by `angle` radians in all.
-    BoneTransformVector bend(double angle) const;
+    geomKit::BoneTransformVector bend(double angle) const;
 
 private:
     template <class LocalFrame>
-    BoneTransformVector poseBy(const LocalFrame& localFrame) const;
+    geomKit::BoneTransformVector poseBy(const LocalFrame& localFrame) const;
 
     std::unique_ptr<Assimp::Importer> importer_;
     const aiScene* scene_ = nullptr;  // the importer's

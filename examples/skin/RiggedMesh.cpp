@@ -7,6 +7,8 @@
 #include <limits>
 #include <locale>
 
+using namespace geomKit;
+
 namespace demo {
 
 int RiggedMesh::influenceCount() const {
@@ -18,7 +20,7 @@ int RiggedMesh::influenceCount() const {
 
 SkinnedMesh skin(const RiggedMesh& mesh, const BoneTransformVector& pose) {
     SkinnedMesh shape{mesh.data.positions, mesh.normals};
-    pose.transformVertices(0, mesh.vertexCount(), &mesh.data, mesh.normals.data(),
+    pose.transformVertices(&mesh.data, mesh.normals.data(), 0, mesh.normals.size(),
                            shape.positions.data(), shape.normals.data());
     return shape;
 }
@@ -40,7 +42,7 @@ double nanosecondsPerVertex(const RiggedMesh& mesh, const BoneTransformVector& p
     const Clock::time_point start = Clock::now();
     Clock::time_point from = start;
     while (from - start < kTimeLimit) {
-        pose.transformVertices(0, mesh.vertexCount(), &mesh.data, mesh.normals.data(),
+        pose.transformVertices(&mesh.data, mesh.normals.data(), 0, mesh.normals.size(),
                                shape.positions.data(), shape.normals.data());
         const Clock::time_point to = Clock::now();
         best = std::min(best, std::chrono::duration<double, std::nano>(to - from).count());

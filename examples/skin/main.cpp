@@ -16,6 +16,8 @@
 #include "examples/skin/picture.h"
 #include "examples/skin/tube.h"
 
+using namespace geomKit;
+
 namespace {
 
 constexpr char kUsage[] =

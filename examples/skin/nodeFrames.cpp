@@ -1,5 +1,7 @@
 #include "examples/skin/nodeFrames.h"
 
+using namespace geomKit;
+
 namespace demo {
 
 Matrix toMatrix(const aiMatrix4x4& m) {

@@ -8,21 +8,21 @@
 
 namespace demo {
 
-Matrix toMatrix(const aiMatrix4x4& m);
+geomKit::Matrix toMatrix(const aiMatrix4x4& m);
 /// The affine part.
-BoneTransform toBoneTransform(const Matrix& m);
+geomKit::BoneTransform toBoneTransform(const geomKit::Matrix& m);
 
 /// From a node's frame to the root's, `localFrame(node)` leading from a node's to its parent's.
 /// Goes by the parents: some files list the children of a bone elsewhere.
 template <class LocalFrame>
-Matrix frameBy(const LocalFrame& localFrame, const aiNode& node) {
-    Matrix frame = localFrame(node);
+geomKit::Matrix frameBy(const LocalFrame& localFrame, const aiNode& node) {
+    geomKit::Matrix frame = localFrame(node);
     for (const aiNode* above = node.mParent; above != nullptr; above = above->mParent)
         frame = localFrame(*above) * frame;
     return frame;
 }
 
 /// The frame of a node at rest.
-Matrix restFrame(const aiNode& node);
+geomKit::Matrix restFrame(const aiNode& node);
 
 }  // namespace demo

@@ -11,6 +11,8 @@
 #include "examples/common/DebugSink.h"
 #include "examples/common/DepthRaster.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 
@@ -22,7 +24,7 @@ constexpr double kBoneWidth = 0.0022;
 // By the radius of the largest figure.
 constexpr double kEyeDistance = 6.0;
 
-/// The index in the palette that the mesh has least of.
+/// The colour of bones: the mesh does not use it.
 constexpr int kBoneColour = 0;
 
 const Vector3 kUp(0.0, 1.0, 0.0);

@@ -11,6 +11,7 @@ namespace demo {
 
 /// The poses side by side, `width` pixels in all, in one scale and seen from one direction, each in
 /// the middle of its panel.
-Image drawPoses(const RiggedMesh& mesh, const std::vector<BoneTransformVector>& poses, int width);
+Image drawPoses(const RiggedMesh& mesh, const std::vector<geomKit::BoneTransformVector>& poses,
+                int width);
 
 }  // namespace demo

@@ -9,15 +9,18 @@
 #include "examples/common/colourMaps.h"
 #include "examples/skin/nodeFrames.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 
-/// Two ways from rest to a node closer than this are one bone, met again in another mesh.
+/// When two meshes have maps from rest to the same node that differ by less than this, the node is
+/// one bone.
 constexpr double kSameBone = 1e-4;
 
-/// As many colours of the palette tell bones apart; its first is for the skeleton.
+/// How many colours of the palette tell bones apart. The first is for the skeleton.
 constexpr int kBoneColours = 7;
-/// Stands for bones that the scene has no node of: they stay at rest.
+/// The number of a bone without a node in the scene. It stays at rest.
 constexpr int kNoBone = -1;
 
 Vector3 toVector3(const aiVector3D& v) {
@@ -31,7 +34,7 @@ int depth(const aiNode& node) {
     return count;
 }
 
-/// With corners that exist.
+/// A face with three corners that exist.
 bool isTriangle(const aiFace& face, const aiMesh& part) {
     return face.mNumIndices == 3 &&
            std::all_of(face.mIndices, face.mIndices + 3,

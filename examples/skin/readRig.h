@@ -15,7 +15,7 @@ namespace demo {
 /// frame.
 struct RigBone {
     const aiNode* node = nullptr;
-    Matrix fromRest;
+    geomKit::Matrix fromRest;
 };
 
 /// Appends all meshes of the scene, in the space of its root, and their bones by bone number. A

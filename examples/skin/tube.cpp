@@ -6,6 +6,8 @@
 
 #include "examples/common/colourMaps.h"
 
+using namespace geomKit;
+
 namespace demo {
 namespace {
 

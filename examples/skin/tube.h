@@ -11,6 +11,6 @@ RiggedMesh tubeMesh();
 
 /// The chain of bones, each swung in the plane of the picture, twisted and stretched against its
 /// predecessor: angles in radians, lengths by those at rest.
-BoneTransformVector tubePose(double swing, double twist, double stretch);
+geomKit::BoneTransformVector tubePose(double swing, double twist, double stretch);
 
 }  // namespace demo

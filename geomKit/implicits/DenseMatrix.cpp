@@ -5,6 +5,8 @@
 
 #include "geomKit/implicits/GaussJordan.h"
 
+namespace geomKit::detail {
+
 bool DenseMatrix::invert() {
     DenseMatrix reduced = *this;
     GaussJordan inPlace(reduced.entries_.data(), size_, size_, GaussJordan::Mode::InPlace);
@@ -52,3 +54,5 @@ std::vector<double> DenseMatrix::operator*(const std::vector<double>& b) const {
     }
     return product;
 }
+
+}  // namespace geomKit::detail

@@ -3,13 +3,16 @@
 #pragma once
 
 #include <cstddef>
+#include <new>
 #include <vector>
+
+namespace geomKit::detail {
 
 /// Size x size doubles, row by row.
 class DenseMatrix {
 public:
     /// All zero.
-    explicit DenseMatrix(std::size_t size) : size_(size), entries_(size * size, 0.0) {}
+    explicit DenseMatrix(std::size_t size) : size_(size), entries_(iEntryCount(size), 0.0) {}
 
     std::size_t size() const { return size_; }
     double* row(std::size_t r) { return entries_.data() + r * size_; }
@@ -37,6 +40,16 @@ public:
     std::vector<double> operator*(const std::vector<double>& b) const;
 
 private:
+    /// A vector would report a size beyond its own limit by another exception, and the product may
+    /// overflow.
+    static std::size_t iEntryCount(std::size_t size) {
+        constexpr std::size_t kMaxSize = std::size_t{1} << (4 * sizeof(std::size_t) - 4);
+        if (size > kMaxSize) throw std::bad_alloc();
+        return size * size;
+    }
+
     std::size_t size_;
     std::vector<double> entries_;
 };
+
+}  // namespace geomKit::detail

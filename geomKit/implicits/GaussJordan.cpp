@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "geomKit/WideCall.h"
+#include "geomKit/internal/wideCall.h"
+
+namespace geomKit::detail {
 
 namespace {
 
@@ -188,3 +190,5 @@ void GaussJordan::iCatchUpStrip(std::size_t first, std::size_t begin, std::size_
         callWide<_addRows>(target, columns, pivots.data(), iFactorRow(i), due, steps_);
     }
 }
+
+}  // namespace geomKit::detail

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <vector>
 
+namespace geomKit::detail {
+
 /// Reduces the leading square block of a row-major matrix to the identity, by the steps that
 /// `DenseMatrix::invert` documents, and applies the same row operations to the columns beside it.
 ///
@@ -20,9 +22,9 @@ public:
     enum class Mode {
         /// Every column receives every operation.
         KeepColumns,
-        /// Column k, once reduced, makes way for the column of the inverse that stops being an
-        /// identity column at that step: half the work. It stops at anything that is not finite,
-        /// since zeros that this leaves out would have become NaN.
+        /// Column k, once reduced, is known: a one among zeros. The column of the inverse that
+        /// changes at that step is kept in its place, which halves the work. Stops at numbers that
+        /// are not finite, because zeros that are left out could have become NaN.
         InPlace
     };
     enum class Outcome { Complete, ZeroPivot, NotFinite };
@@ -57,3 +59,5 @@ private:
     std::array<double, kPanel> scales_{};
     std::size_t steps_ = 0;  ///< pivots of the panel that have been eliminated
 };
+
+}  // namespace geomKit::detail

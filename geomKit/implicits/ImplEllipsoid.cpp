@@ -2,7 +2,10 @@
 
 #include <array>
 #include <cmath>
-#include <memory>
+
+#include "geomKit/vAlgebra/centroid.h"
+
+namespace geomKit {
 
 namespace {
 
@@ -17,13 +20,6 @@ constexpr double kCentreTol = 1e-8;
 
 constexpr int kDimension = 3;
 
-Vector3 _mean(const std::vector<Vector3>& points) {
-    Vector3 sum;
-    for (const Vector3& p : points)
-        sum += p;
-    return sum * (1.0 / static_cast<double>(points.size()));
-}
-
 /// q^T M q. The rows of M q are summed in the order z, x, y.
 double _quadraticForm(const Matrix3& M, const Vector3& q) {
     const Vector3 Mq(M(0, 2) * q.z + M(0, 0) * q.x + M(0, 1) * q.y,
@@ -34,15 +30,16 @@ double _quadraticForm(const Matrix3& M, const Vector3& q) {
 
 }  // namespace
 
-ImplEllipsoid::ImplEllipsoid(const std::vector<Vector3>& points) {
-    computeMatrix(points, _mean(points));
+ImplEllipsoid::ImplEllipsoid(const std::vector<Vector3>& points) noexcept {
+    computeMatrix(points, centroid(points));
 }
 
-ImplEllipsoid::ImplEllipsoid(const std::vector<Vector3>& points, const Vector3& center_) {
+ImplEllipsoid::ImplEllipsoid(const std::vector<Vector3>& points, const Vector3& center_) noexcept {
     computeMatrix(points, center_);
 }
 
-void ImplEllipsoid::computeMatrix(const std::vector<Vector3>& points, const Vector3& center_) {
+void ImplEllipsoid::computeMatrix(const std::vector<Vector3>& points,
+                                  const Vector3& center_) noexcept {
     center = center_;
     matrix.zero();
     for (const Vector3& p : points) {
@@ -69,14 +66,11 @@ void ImplEllipsoid::computeMatrix(const std::vector<Vector3>& points, const Vect
         if (!(v < scale)) scale = v;
     }
     if (!(scale >= kMinScale)) scale = kMinScale;
-    for (int r = 0; r < kDimension; ++r) {
-        for (int c = 0; c < kDimension; ++c)
-            matrix(r, c) /= scale;
-    }
+    matrix /= scale;
 }
 
 bool ImplEllipsoid::evaluate(const Vector3& p, double* value, Vector3* gradient,
-                             Matrix3* hessian) const {
+                             Matrix3* hessian) const noexcept {
     const Vector3 d = p - center;
     const Vector3 Md = matrix * d;
     const double x = d * Md;
@@ -86,17 +80,23 @@ bool ImplEllipsoid::evaluate(const Vector3& p, double* value, Vector3* gradient,
     return true;
 }
 
-// NOLINTNEXTLINE(readability-make-member-function-const): callers hold pointers to it as it is
-ImplEllipsoid* ImplEllipsoid::thicken(double distance) {
-    auto thickened = std::make_unique<ImplEllipsoid>(*this);
+ImplEllipsoid ImplEllipsoid::thickened(double distance) const noexcept {
+    ImplEllipsoid result = *this;
     std::array<double, kDimension> eigs{};
     std::array<UVector3, kDimension> vecs;
-    if (matrix.getEigensystem(eigs.data(), vecs.data()) != kDimension) return thickened.release();
+    if (matrix.getEigensystem(eigs.data(), vecs.data()) != kDimension) return result;
     for (double& eig : eigs) {
         const double semiAxis = std::sqrt(1.0 / (eig < kMinEigenvalue ? kMinEigenvalue : eig));
         const double root = 1.0 / (semiAxis + distance);
         eig = root * root;
     }
-    thickened->matrix = Matrix3::getMatrixFromEigs(eigs.data(), vecs.data());
-    return thickened.release();
+    result.matrix = Matrix3::getMatrixFromEigs(eigs.data(), vecs.data());
+    return result;
 }
+
+// NOLINTNEXTLINE(readability-make-member-function-const): hosts hold pointers to it as it is
+ImplEllipsoid* ImplEllipsoid::thicken(double distance) {
+    return new ImplEllipsoid(thickened(distance));
+}
+
+}  // namespace geomKit

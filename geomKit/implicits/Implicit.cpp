@@ -6,7 +6,17 @@
 #include "geomKit/implicits/DenseMatrix.h"
 #include "geomKit/implicits/RadialSums.h"
 
+namespace geomKit {
+
 namespace {
+
+using detail::addGradients;
+using detail::addGradientsToLanes;
+using detail::addTerms;
+using detail::addTermsToLanes;
+using detail::DenseMatrix;
+using detail::kLanes;
+using detail::RadialTerms;
 
 using Samples = std::vector<std::pair<Vector3, double>>;
 
@@ -63,15 +73,16 @@ Implicit::Implicit(const Samples& samples) {
     weights.resize(n);
 }
 
-double Implicit::evaluate(const Vector3& p) const {
+double Implicit::evaluate(const Vector3& p) const noexcept {
     return addTerms(_termsOf(*this), p, _polynomial(*this, p));
 }
 
-Vector3 Implicit::getGradient(const Vector3& p) const {
+Vector3 Implicit::getGradient(const Vector3& p) const noexcept {
     return addGradients(_termsOf(*this), p, linear);
 }
 
-void Implicit::evaluate(const Vector3* points, double* values, std::size_t count) const {
+void Implicit::evaluate(const Vector3* points, std::size_t count, double* values) const noexcept {
+    if (values == nullptr) return;
     const RadialTerms terms = _termsOf(*this);
     for (std::size_t i = 0; i < count; ++i)
         values[i] = _polynomial(*this, points[i]);
@@ -82,7 +93,9 @@ void Implicit::evaluate(const Vector3* points, double* values, std::size_t count
         values[i] = addTerms(terms, points[i], values[i]);
 }
 
-void Implicit::getGradient(const Vector3* points, Vector3* gradients, std::size_t count) const {
+void Implicit::getGradient(const Vector3* points, std::size_t count,
+                           Vector3* gradients) const noexcept {
+    if (gradients == nullptr) return;
     const RadialTerms terms = _termsOf(*this);
     std::size_t i = 0;
     for (; i + kLanes <= count; i += kLanes)
@@ -91,7 +104,7 @@ void Implicit::getGradient(const Vector3* points, Vector3* gradients, std::size_
         gradients[i] = addGradients(terms, points[i], linear);
 }
 
-double Implicit::maxResidual(const Samples& samples) const {
+double Implicit::maxResidual(const Samples& samples) const noexcept {
     double largest = 0.0;
     for (const auto& [point, value] : samples) {
         const double residual = std::abs(evaluate(point) - value);
@@ -100,3 +113,5 @@ double Implicit::maxResidual(const Samples& samples) const {
     }
     return largest;
 }
+
+}  // namespace geomKit

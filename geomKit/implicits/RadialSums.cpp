@@ -4,7 +4,9 @@
 #include <array>
 #include <cmath>
 
-#include "geomKit/WideCall.h"
+#include "geomKit/internal/wideCall.h"
+
+namespace geomKit::detail {
 
 namespace {
 
@@ -148,3 +150,5 @@ void addGradientsToLanes(const RadialTerms& terms, const Vector3* points, const 
                          Vector3* sums) {
     callWide<_addGradientsToLanesKernel>(&terms, points, &start, sums);
 }
+
+}  // namespace geomKit::detail

@@ -6,6 +6,8 @@
 
 #include "geomKit/vAlgebra/Vector3.h"
 
+namespace geomKit::detail {
+
 /// Centres and their weights, `count` of each.
 struct RadialTerms {
     const Vector3* centers;
@@ -28,3 +30,5 @@ void addTermsToLanes(const RadialTerms& terms, const Vector3* points, double* su
 /// `addGradients` at each of kLanes points into `sums`, which may be `points`.
 void addGradientsToLanes(const RadialTerms& terms, const Vector3* points, const Vector3& start,
                          Vector3* sums);
+
+}  // namespace geomKit::detail

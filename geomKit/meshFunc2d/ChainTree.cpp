@@ -5,7 +5,9 @@
 #include <limits>
 #include <numeric>
 
-#include "geomKit/at.h"
+#include "geomKit/internal/toIndex.h"
+
+namespace geomKit::detail {
 
 namespace {
 
@@ -54,9 +56,9 @@ void ChainTree::iAddNode(const std::vector<Box>& boxes, int first, int last) {
     const std::size_t index = nodes_.size();
     nodes_.emplace_back();
     Node node;
-    node.box = boxes[at(order_[at(first)])];
+    node.box = boxes[toIndex(order_[toIndex(first)])];
     for (int i = first; i < last; ++i) {
-        const Box& box = boxes[at(order_[at(i)])];
+        const Box& box = boxes[toIndex(order_[toIndex(i)])];
         for (int k = 0; k < 2; ++k) {
             node.box.low[k] = (std::min)(node.box.low[k], box.low[k]);
             node.box.high[k] = (std::max)(node.box.high[k], box.high[k]);
@@ -69,7 +71,7 @@ void ChainTree::iAddNode(const std::vector<Box>& boxes, int first, int last) {
         const Point extent = node.box.high - node.box.low;
         const int axis = extent.u >= extent.v ? 0 : 1;
         const auto centre = [&boxes, axis](int chain) {
-            const double c = boxes[at(chain)].low[axis] + boxes[at(chain)].high[axis];
+            const double c = boxes[toIndex(chain)].low[axis] + boxes[toIndex(chain)].high[axis];
             return std::isfinite(c) ? c : 0.0;
         };
         const int middle = first + (last - first) / 2;
@@ -88,13 +90,13 @@ ChainTree::Nearest ChainTree::nearest(const Point& p, const Chains& chains) cons
     const Vector3 q(p.u, p.v, 0.0);
     double best = kFarthestSq;
     const auto boundOf = [this, &p](int node) {
-        const Box& box = nodes_[at(node)].box;
+        const Box& box = nodes_[toIndex(node)].box;
         const double du = (std::max)({0.0, box.low.u - p.u, p.u - box.high.u});
         const double dv = (std::max)({0.0, box.low.v - p.v, p.v - box.high.v});
         return (du * du + dv * dv) * (1.0 - kRounding);
     };
     const auto ask = [&](int chain) {
-        const PolylineProjection foot = chains[at(chain)]->nearest(q);
+        const PolylineProjection foot = chains[toIndex(chain)]->nearest(q);
         const Vector3 d = foot.point - q;
         const double distanceSq = d.y * d.y + d.x * d.x + d.z * d.z;
         if (distanceSq < best || (distanceSq == best && chain < nearest.chain)) {
@@ -112,7 +114,7 @@ ChainTree::Nearest ChainTree::nearest(const Point& p, const Chains& chains) cons
     int depth = 0;
     Pending here = {0, boundOf(0)};
     for (;;) {
-        const Node& node = nodes_[at(here.node)];
+        const Node& node = nodes_[toIndex(here.node)];
         if (!(here.bound > best)) {
             if (node.count == 0) {
                 Pending near = {here.node + 1, boundOf(here.node + 1)};
@@ -123,9 +125,11 @@ ChainTree::Nearest ChainTree::nearest(const Point& p, const Chains& chains) cons
                 continue;
             }
             for (int i = node.first; i < node.first + node.count; ++i)
-                ask(order_[at(i)]);
+                ask(order_[toIndex(i)]);
         }
         if (depth == 0) return nearest;
         here = stack[--depth];
     }
 }
+
+}  // namespace geomKit::detail

@@ -10,6 +10,8 @@
 #include "geomKit/meshFunc2d/vect2.h"
 #include "geomKit/queries/PolylineProjector.h"
 
+namespace geomKit::detail {
+
 /// Finds the boundary chain nearest to a point without asking every chain.
 class ChainTree {
 public:
@@ -49,3 +51,5 @@ private:
     std::vector<int> order_;
     std::vector<Node> nodes_;
 };
+
+}  // namespace geomKit::detail

@@ -4,8 +4,10 @@
 
 #include <cstdint>
 
-#include "geomKit/at.h"
+#include "geomKit/internal/toIndex.h"
 #include "geomKit/meshFunc2d/barycentric.h"
+
+namespace geomKit::detail {
 
 /// The position of the lowest of some bits.
 inline unsigned lowestBit(unsigned bits) {
@@ -40,7 +42,9 @@ struct alignas(128) FacetCell {
         return vertices[(corners[facet] >> (4 * corner)) & 15];
     }
     FacetFrame frame(unsigned facet, const ktNM::vect2<double>* params) const {
-        const ktNM::vect2<double>& p0 = params[at(vertex(facet, 0))];
-        return {p0, {p0, params[at(vertex(facet, 1))], params[at(vertex(facet, 2))]}};
+        const ktNM::vect2<double>& p0 = params[toIndex(vertex(facet, 0))];
+        return {p0, {p0, params[toIndex(vertex(facet, 1))], params[toIndex(vertex(facet, 2))]}};
     }
 };
+
+}  // namespace geomKit::detail

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "geomKit/at.h"
+#include "geomKit/internal/toIndex.h"
 #include "geomKit/meshFunc2d/FacetOverlaps.h"
+
+namespace geomKit::detail {
 
 namespace {
 
@@ -65,7 +67,7 @@ FacetIndex::FacetIndex(const std::vector<std::vector<int>>& cells, int cellsV,
                        const Point& origin, const Point& scale) {
     std::size_t fineCells = 0;
     for (const std::vector<int>& list : cells) {
-        const std::size_t count = at(iFineCellsPerAxis(list.size()));
+        const std::size_t count = toIndex(iFineCellsPerAxis(list.size()));
         fineCells += count * count;
     }
     cells_.reserve(fineCells);
@@ -74,10 +76,10 @@ FacetIndex::FacetIndex(const std::vector<std::vector<int>>& cells, int cellsV,
     for (const std::vector<int>& list : cells) {
         reaches.clear();
         for (const int f : list) {
-            const int* corner = &facets[3 * at(f)];
-            const Point& p0 = params[at(corner[0])];
-            const Point& p1 = params[at(corner[1])];
-            const Point& p2 = params[at(corner[2])];
+            const int* corner = &facets[3 * toIndex(f)];
+            const Point& p0 = params[toIndex(corner[0])];
+            const Point& p1 = params[toIndex(corner[1])];
+            const Point& p2 = params[toIndex(corner[2])];
             const FacetEdges edges(p0, p1, p2);
             if (!edges.isDegenerate()) reaches.emplace_back(f, p0, p1, p2, edges, origin, scale);
         }
@@ -103,14 +105,14 @@ void FacetIndex::iDivide(const std::vector<FacetReach>& reaches, int cu, int cv,
         if (entries <= kMaxEntries * kFineCells * static_cast<double>(reaches.size())) break;
     }
     divisions_.push_back(division);
-    const std::size_t count = at(division.count) * at(division.count);
+    const std::size_t count = toIndex(division.count) * toIndex(division.count);
     cells_.resize(start + count);
     FacetCell* fineCells = &cells_[start];
 
     FacetOverlaps overlaps(cu, cv, division);
     std::vector<Fill> fills(count);
     overlaps.forEach(reaches, [&](std::size_t i, int facet, unsigned parts) {
-        _enter(&facets[3 * at(facet)], parts, fineCells[i], fills[i]);
+        _enter(&facets[3 * toIndex(facet)], parts, fineCells[i], fills[i]);
     });
 
     const std::size_t listedBefore = listed_.size();
@@ -118,10 +120,12 @@ void FacetIndex::iDivide(const std::vector<FacetReach>& reaches, int cu, int cv,
         if (!fills[i].isListed) continue;
         fineCells[i] = FacetCell();
         fineCells[i].vertices[0] = fineCells[i].vertices[1] = static_cast<int>(listed_.size());
-        listed_.resize(listed_.size() + at(fills[i].facets));
+        listed_.resize(listed_.size() + toIndex(fills[i].facets));
     }
     if (listed_.size() == listedBefore) return;
     overlaps.forEach(reaches, [&](std::size_t i, int facet, unsigned) {
-        if (fills[i].isListed) listed_[at(fineCells[i].vertices[1]++)] = facet;
+        if (fills[i].isListed) listed_[toIndex(fineCells[i].vertices[1]++)] = facet;
     });
 }
+
+}  // namespace geomKit::detail

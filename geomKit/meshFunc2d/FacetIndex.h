@@ -12,6 +12,8 @@
 #include "geomKit/meshFunc2d/cellCoordinate.h"
 #include "geomKit/meshFunc2d/vect2.h"
 
+namespace geomKit::detail {
+
 /// The fine cells of a cell: the number of the first, and how many there are along an axis.
 struct CellDivision {
     std::uint32_t start = 0;
@@ -73,3 +75,5 @@ private:
     /// Facet numbers, for cells that cannot hold theirs.
     std::vector<int> listed_;
 };
+
+}  // namespace geomKit::detail

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "geomKit/WideCall.h"
+#include "geomKit/internal/wideCall.h"
+
+namespace geomKit::detail {
 
 void FacetOverlaps::iSetSides(const FacetReach& reach) {
     const double part = 1.0 / (division_.count * kParts);
@@ -40,3 +42,5 @@ GEOMKIT_INLINE_KERNEL void FacetOverlaps::iChooseTouchedKernel(FacetOverlaps* ov
 void FacetOverlaps::iChooseTouched() {
     callWide<iChooseTouchedKernel>(this);
 }
+
+}  // namespace geomKit::detail

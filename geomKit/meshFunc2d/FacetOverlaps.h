@@ -7,9 +7,11 @@
 #include <cstdint>
 #include <vector>
 
-#include "geomKit/at.h"
+#include "geomKit/internal/toIndex.h"
 #include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/FacetReach.h"
+
+namespace geomKit::detail {
 
 /// A reach's box in cell (cu, cv), in the parts of its fine cells.
 struct PartBox {
@@ -92,7 +94,7 @@ private:
         iChooseTouched();
         for (std::size_t j = 0; j < count_; ++j) {
             const auto parts = static_cast<unsigned>(parts_[j]);
-            if (parts != 0) visit(at(fineCell_[j]), facet_[j], parts);
+            if (parts != 0) visit(toIndex(fineCell_[j]), facet_[j], parts);
         }
         count_ = 0;
     }
@@ -114,3 +116,5 @@ private:
     /// double, for the sake of its loop.
     std::int64_t parts_[kCapacity];
 };
+
+}  // namespace geomKit::detail

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+namespace geomKit::detail {
+
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -47,3 +49,5 @@ FacetReach::FacetReach(int facet_, const Point& p0, const Point& p1, const Point
         sides[i] = {-along.v, along.u, along.v * x[i].u - along.u * x[i].v + offset};
     }
 }
+
+}  // namespace geomKit::detail

@@ -5,6 +5,8 @@
 #include "geomKit/meshFunc2d/barycentric.h"
 #include "geomKit/meshFunc2d/vect2.h"
 
+namespace geomKit::detail {
+
 /// The region, in cell units, outside of which the rounded arithmetic of the containment test
 /// accepts no point: a box cut by three half-planes. A little larger than the facet.
 struct FacetReach {
@@ -26,3 +28,5 @@ struct FacetReach {
     FacetReach(int facet, const Point& p0, const Point& p1, const Point& p2,
                const FacetEdges& edges, const Point& origin, const Point& scale);
 };
+
+}  // namespace geomKit::detail

@@ -4,13 +4,23 @@
 #include <cmath>
 #include <cstdint>
 
-#include "geomKit/at.h"
+#include "geomKit/internal/toIndex.h"
 #include "geomKit/meshFunc2d/ChainTree.h"
 #include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/boundaryChains.h"
 #include "geomKit/meshFunc2d/cellCoordinate.h"
 
+namespace geomKit {
+
 namespace {
+
+using detail::BoundaryChain;
+using detail::cellCoordinate;
+using detail::ChainTree;
+using detail::FacetIndex;
+using detail::findBoundaryChains;
+using detail::kMeshEps;
+using detail::toIndex;
 
 constexpr int kCellsPerAxis = 20;
 constexpr double kMargin = 0.01;
@@ -112,7 +122,7 @@ void MeshFunction2D::initEvaluatorHelper() {
 void MeshFunction2D::iFillCells() {
     const int vertexCount = static_cast<int>((std::min)(params.size(), values.size()));
     std::vector<CellBox> boxes(facets.size() / 3);
-    std::vector<std::size_t> counts(at(cellCounts.u) * at(cellCounts.v));
+    std::vector<std::size_t> counts(toIndex(cellCounts.u) * toIndex(cellCounts.v));
     for (std::size_t f = 0; f < boxes.size(); ++f) {
         CellBox box;
         bool placed = true;
@@ -120,7 +130,7 @@ void MeshFunction2D::iFillCells() {
             const int vertex = facets[corner];
             placed = placed && vertex >= 0 && vertex < vertexCount;
             for (int k = 0; placed && k < 2; ++k) {
-                const double x = (params[at(vertex)][k] - boxMin[k]) * cellScale[k];
+                const double x = (params[toIndex(vertex)][k] - boxMin[k]) * cellScale[k];
                 placed = std::isfinite(x);
                 if (placed) box.include(k, cellCoordinate(x, cellCounts[k]));
             }
@@ -150,10 +160,12 @@ void MeshFunction2D::initBoundaries() {
     for (BoundaryChain& chain : findBoundaryChains(facets, vertexCount)) {
         points.clear();
         for (const int v : chain.vertices) {
-            points.push_back(_lift(params[at(v)]));
+            points.push_back(_lift(params[toIndex(v)]));
         }
         boundaries.push_back(std::make_unique<PolylineProjector>(points));
         boundaryFacets.push_back(std::move(chain.facets));
     }
     chainTree_ = std::make_unique<const ChainTree>(boundaries);
 }
+
+}  // namespace geomKit

@@ -13,10 +13,14 @@
 #include "geomKit/meshFunc2d/MeshFunction2DCheck.h"
 #include "geomKit/meshFunc2d/vect2.h"
 #include "geomKit/queries/PolylineProjector.h"
-#include "host/tags/Serializable.h"
+#include "geomKit/tags/Serializable.h"
 
+namespace geomKit {
+
+namespace detail {
 class ChainTree;
 class FacetIndex;
+}  // namespace detail
 
 /// Maps points of a 2D parameter plane to 2D values and to one float, linearly in each triangle of
 /// a mesh, and extends the map beyond the mesh.
@@ -147,6 +151,8 @@ private:
                static_cast<std::size_t>(cv);
     }
 
-    std::unique_ptr<const FacetIndex> facetIndex_;
-    std::unique_ptr<const ChainTree> chainTree_;
+    std::unique_ptr<const detail::FacetIndex> facetIndex_;
+    std::unique_ptr<const detail::ChainTree> chainTree_;
 };
+
+}  // namespace geomKit

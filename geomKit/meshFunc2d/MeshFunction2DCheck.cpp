@@ -5,6 +5,8 @@
 
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
 
+namespace geomKit {
+
 namespace {
 
 using Fault = MeshFunction2DCheck::Fault;
@@ -57,3 +59,5 @@ MeshFunction2DCheck MeshFunction2D::check() const {
     }
     return {};
 }
+
+}  // namespace geomKit

@@ -7,6 +7,8 @@
 
 #include "geomKit/export.h"
 
+namespace geomKit {
+
 /// The first fault of a mesh function's data, or none.
 struct MeshFunction2DCheck {
     /// In the order in which they are looked for.
@@ -32,3 +34,5 @@ struct MeshFunction2DCheck {
     /// What a user can be told, such as "facets[7] is not the index of a vertex".
     GEOMKIT_API std::string text() const;
 };
+
+}  // namespace geomKit

@@ -1,11 +1,24 @@
-#include "geomKit/at.h"
+#include "geomKit/internal/toIndex.h"
 #include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
 #include "geomKit/meshFunc2d/barycentric.h"
 #include "geomKit/meshFunc2d/blend.h"
 #include "geomKit/meshFunc2d/cellCoordinate.h"
 
+namespace geomKit {
+
 namespace {
+
+using detail::blend;
+using detail::cellCoordinate;
+using detail::CellDivision;
+using detail::FacetCell;
+using detail::FacetIndex;
+using detail::FacetPlace;
+using detail::FacetWeights;
+using detail::isInGrid;
+using detail::lowestBit;
+using detail::toIndex;
 
 using Point = MeshFunction2D::Point;
 
@@ -19,7 +32,7 @@ FacetPlace _locate(const MeshFunction2D& mesh, const FacetIndex& index, const Po
         if (!isInGrid(x[k], counts[k])) return {};
         cell[k] = cellCoordinate(x[k], counts[k]);
     }
-    const CellDivision& division = index.division(at(cell[0] * counts.v + cell[1]));
+    const CellDivision& division = index.division(toIndex(cell[0] * counts.v + cell[1]));
     return index.place(division, division.partCoordinate(x.u, cell[0]),
                        division.partCoordinate(x.v, cell[1]));
 }
@@ -27,7 +40,7 @@ FacetPlace _locate(const MeshFunction2D& mesh, const FacetIndex& index, const Po
 bool _evaluateListed(const MeshFunction2D& mesh, const FacetIndex& index, const FacetCell& cell,
                      const Point& p, Point* outValue, float* outFloat) {
     for (const int* f = index.begin(cell); f != index.end(cell); ++f) {
-        const int* corner = &mesh.facets[3 * at(*f)];
+        const int* corner = &mesh.facets[3 * toIndex(*f)];
         if (mesh.iEvalInFacet(corner[0], corner[1], corner[2], p, outValue, outFloat, true))
             return true;
     }
@@ -51,3 +64,5 @@ bool MeshFunction2D::evaluate(const Point& p, Point* outValue, float* outFloat) 
     }
     return false;
 }
+
+}  // namespace geomKit

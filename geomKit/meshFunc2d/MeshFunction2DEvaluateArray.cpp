@@ -1,14 +1,30 @@
 #include <algorithm>
 
-#include "geomKit/WideCall.h"
-#include "geomKit/at.h"
+#include "geomKit/internal/toIndex.h"
+#include "geomKit/internal/wideCall.h"
 #include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
 #include "geomKit/meshFunc2d/barycentric.h"
 #include "geomKit/meshFunc2d/blend.h"
 #include "geomKit/meshFunc2d/cellCoordinate.h"
 
+namespace geomKit {
+
 namespace {
+
+using detail::blend;
+using detail::callWide;
+using detail::cellCoordinate;
+using detail::CellDivision;
+using detail::clampedCellCoordinate;
+using detail::FacetCell;
+using detail::FacetFrame;
+using detail::FacetIndex;
+using detail::FacetPlace;
+using detail::FacetWeights;
+using detail::isInGrid;
+using detail::lowestBit;
+using detail::toIndex;
 
 using Point = MeshFunction2D::Point;
 
@@ -76,7 +92,7 @@ GEOMKIT_INLINE_KERNEL void _placeInGrid(const MeshFunction2D& mesh, const Point*
 /// Points outside the grid are taken along: that costs less than to leave them out.
 GEOMKIT_INLINE_KERNEL void _findFineCells(const FacetIndex& index, int columns, Batch& batch) {
     for (std::size_t i = 0; i < batch.count; ++i)
-        batch.division[i] = index.division(at(batch.cell[0][i] * columns + batch.cell[1][i]));
+        batch.division[i] = index.division(toIndex(batch.cell[0][i] * columns + batch.cell[1][i]));
     for (int k = 0; k < 2; ++k) {
         for (std::size_t i = 0; i < batch.count; ++i) {
             batch.part[k][i] =
@@ -97,7 +113,7 @@ GEOMKIT_INLINE_KERNEL void _prefetchData(const MeshFunction2D& mesh, const Facet
     const bool hasFloats = mesh.normaldots.size() >= mesh.values.size();
     for (int n = 0; n < kPrefetched && candidates != 0; ++n, candidates &= candidates - 1) {
         for (int k = 0; k < 3; ++k) {
-            const std::size_t vertex = at(cell.vertex(lowestBit(candidates), k));
+            const std::size_t vertex = toIndex(cell.vertex(lowestBit(candidates), k));
             _prefetch(&mesh.params[vertex]);
             _prefetch(&mesh.values[vertex]);
             if (hasFloats) _prefetch(&mesh.normaldots[vertex]);
@@ -130,7 +146,7 @@ GEOMKIT_INLINE_KERNEL void _tryCandidates(const Point* points, const Point* para
         trials.position[0][j] = points[i].u;
         trials.position[1][j] = points[i].v;
         for (int k = 0; k < 3; ++k) {
-            const Point& corner = params[at(batch.place[i].cell->vertex(f, k))];
+            const Point& corner = params[toIndex(batch.place[i].cell->vertex(f, k))];
             trials.corner[k][0][j] = corner.u;
             trials.corner[k][1][j] = corner.v;
         }
@@ -214,3 +230,5 @@ std::size_t MeshFunction2D::evaluate(const Point* points, std::size_t count, Poi
     }
     return hits;
 }
+
+}  // namespace geomKit

@@ -2,17 +2,28 @@
 #include <cmath>
 #include <limits>
 
-#include "geomKit/at.h"
+#include "geomKit/internal/toIndex.h"
 #include "geomKit/meshFunc2d/ChainTree.h"
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
 #include "geomKit/meshFunc2d/barycentric.h"
 #include "geomKit/meshFunc2d/blend.h"
 #include "geomKit/meshFunc2d/cellCoordinate.h"
 
+namespace geomKit {
+
 namespace {
 
+using detail::blend;
+using detail::cellCoordinate;
+using detail::ChainTree;
+using detail::FacetEdges;
+using detail::FacetFrame;
+using detail::FacetWeights;
+using detail::kMeshEps;
+using detail::toIndex;
+
 bool _isIndex(int i, std::size_t size) {
-    return i >= 0 && at(i) < size;
+    return i >= 0 && toIndex(i) < size;
 }
 
 }  // namespace
@@ -25,9 +36,9 @@ bool MeshFunction2D::extrapolate(const Point& p, Point* outValue, float* outFloa
     if (!chainTree_) return false;
     const ChainTree::Nearest nearest = chainTree_->nearest(p, boundaries);
     if (nearest.chain < 0) return false;
-    const int chosen = boundaryFacets[at(nearest.chain)][at(nearest.segment)];
-    if (3 * at(chosen) + 2 >= facets.size()) return false;
-    const int* corner = &facets[3 * at(chosen)];
+    const int chosen = boundaryFacets[toIndex(nearest.chain)][toIndex(nearest.segment)];
+    if (3 * toIndex(chosen) + 2 >= facets.size()) return false;
+    const int* corner = &facets[3 * toIndex(chosen)];
     return iEvalInFacet(corner[0], corner[1], corner[2], p, outValue, outFloat, false);
 }
 
@@ -73,7 +84,7 @@ bool MeshFunction2D::extrapolateOld(const Point& p, Point* outValue, float* outF
     double best = -1.0;
     const int* nearest = nullptr;
     for (const int f : cells[iCellIndex(cell[0], cell[1])]) {
-        const int* corner = &facets[3 * at(f)];
+        const int* corner = &facets[3 * toIndex(f)];
         for (int e = 0; e < 3; ++e) {
             bool interior = false;
             const double d = iDistToEdge(corner[e], corner[(e + 1) % 3], p, &interior, false);
@@ -91,8 +102,8 @@ bool MeshFunction2D::iEvalInFacet(int i0, int i1, int i2, const Point& p, Point*
                                   float* outFloat, bool strict) const {
     const std::size_t size = params.size() < values.size() ? params.size() : values.size();
     if (!_isIndex(i0, size) || !_isIndex(i1, size) || !_isIndex(i2, size)) return false;
-    const Point& p0 = params[at(i0)];
-    const FacetEdges edges(p0, params[at(i1)], params[at(i2)]);
+    const Point& p0 = params[toIndex(i0)];
+    const FacetEdges edges(p0, params[toIndex(i1)], params[toIndex(i2)]);
     if (edges.isDegenerate()) return false;
     const FacetWeights weights = FacetFrame(p0, edges).weightsAt(p);
     if (strict && weights.isOutside()) return false;
@@ -108,17 +119,19 @@ double MeshFunction2D::iDistToEdge(int a, int b, const Point& p, bool* interior,
     if (!_isIndex(a, points.size()) || !_isIndex(b, points.size())) {
         return std::numeric_limits<double>::infinity();
     }
-    const Point e = points[at(b)] - points[at(a)];
-    const Point w = p - points[at(a)];
+    const Point e = points[toIndex(b)] - points[toIndex(a)];
+    const Point w = p - points[toIndex(a)];
     const double lengthSq = e.v * e.v + e.u * e.u;
     const double toStartSq = w.v * w.v + w.u * w.u;
     if (lengthSq < kMeshEps * kMeshEps) return toStartSq;
     const double t = e * w;
     if (t < -lengthSq * kMeshEps) return toStartSq;
     if (t > lengthSq + kMeshEps * lengthSq) {
-        const Point toEnd = p - points[at(b)];
+        const Point toEnd = p - points[toIndex(b)];
         return toEnd * toEnd;
     }
     if (interior != nullptr) *interior = true;
     return toStartSq - t * t / lengthSq;
 }
+
+}  // namespace geomKit

@@ -4,11 +4,13 @@
 
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
 #include "geomKit/meshFunc2d/vect2S.h"
-#include "host/tags/MemberField.h"
-#include "host/tags/SequenceTypeHandler.h"
-#include "host/tags/SerializableFactory.h"
-#include "host/tags/SimpleTypeHandler.h"
-#include "host/tags/getSingularName.h"
+#include "geomKit/tags/MemberField.h"
+#include "geomKit/tags/SequenceTypeHandler.h"
+#include "geomKit/tags/SerializableFactory.h"
+#include "geomKit/tags/SimpleTypeHandler.h"
+#include "geomKit/tags/getSingularName.h"
+
+namespace geomKit {
 
 namespace {
 
@@ -58,3 +60,5 @@ void MeshFunction2D::load(InTag& tag, boost::intrusive_ptr<Field> field) {
     Serializable::load(tag, field);
     initEvaluatorHelper();
 }
+
+}  // namespace geomKit

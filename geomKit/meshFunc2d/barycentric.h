@@ -7,6 +7,8 @@
 #include "geomKit/meshFunc2d/cellCoordinate.h"
 #include "geomKit/meshFunc2d/vect2.h"
 
+namespace geomKit::detail {
+
 /// The edges of a facet from its first corner, and twice its signed area.
 struct FacetEdges {
     using Point = ktNM::vect2<double>;
@@ -63,3 +65,5 @@ struct FacetFrame {
         return {a, b, 1.0 - a - b};
     }
 };
+
+}  // namespace geomKit::detail

@@ -2,17 +2,19 @@
 /// What a mesh function answers in a facet. Internal to mesh functions.
 #pragma once
 
-#include "geomKit/at.h"
+#include "geomKit/internal/toIndex.h"
 #include "geomKit/meshFunc2d/FacetCell.h"
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
 #include "geomKit/meshFunc2d/barycentric.h"
 
+namespace geomKit::detail {
+
 /// Blends the data of three vertices. Either output may be null.
 inline void blend(const MeshFunction2D& mesh, const int* corner, const FacetWeights& w,
                   MeshFunction2D::Point* outValue, float* outFloat) {
-    const std::size_t i0 = at(corner[0]);
-    const std::size_t i1 = at(corner[1]);
-    const std::size_t i2 = at(corner[2]);
+    const std::size_t i0 = toIndex(corner[0]);
+    const std::size_t i1 = toIndex(corner[1]);
+    const std::size_t i2 = toIndex(corner[2]);
     if (outValue != nullptr) {
         *outValue = mesh.values[i1] * w.a + mesh.values[i2] * w.b + mesh.values[i0] * w.c;
     }
@@ -33,3 +35,5 @@ inline void blend(const MeshFunction2D& mesh, const FacetCell& cell, unsigned fa
     const int corner[3] = {cell.vertex(facet, 0), cell.vertex(facet, 1), cell.vertex(facet, 2)};
     blend(mesh, corner, w, outValue, outFloat);
 }
+
+}  // namespace geomKit::detail

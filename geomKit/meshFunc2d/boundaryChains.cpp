@@ -4,7 +4,9 @@
 #include <cstddef>
 #include <utility>
 
-#include "geomKit/at.h"
+#include "geomKit/internal/toIndex.h"
+
+namespace geomKit::detail {
 
 namespace {
 
@@ -18,27 +20,27 @@ struct Spoke {
 /// Spokes by vertex, those of a vertex by other end and position.
 class SpokesByVertex {
 public:
-    explicit SpokesByVertex(int vertexCount) : ends_(at(vertexCount) + 1, 0) {}
+    explicit SpokesByVertex(int vertexCount) : ends_(toIndex(vertexCount) + 1, 0) {}
 
     /// Counting sort: first every spoke is announced, then every one is put.
-    void announce(int vertex) { ++ends_[at(vertex) + 1]; }
+    void announce(int vertex) { ++ends_[toIndex(vertex) + 1]; }
     void allocate() {
         for (std::size_t v = 1; v < ends_.size(); ++v)
             ends_[v] += ends_[v - 1];
-        spokes_.resize(at(ends_.back()));
+        spokes_.resize(toIndex(ends_.back()));
     }
     /// Leaves `ends_[v]` behind the spokes of v.
-    void put(int vertex, const Spoke& spoke) { spokes_[at(ends_[at(vertex)]++)] = spoke; }
+    void put(int vertex, const Spoke& spoke) { spokes_[toIndex(ends_[toIndex(vertex)]++)] = spoke; }
     void sort() {
-        for (int v = 0; at(v) + 1 < ends_.size(); ++v) {
+        for (int v = 0; toIndex(v) + 1 < ends_.size(); ++v) {
             std::sort(begin(v), end(v), [](const Spoke& a, const Spoke& b) {
                 return a.otherEnd != b.otherEnd ? a.otherEnd < b.otherEnd : a.position < b.position;
             });
         }
     }
 
-    Spoke* begin(int v) { return spokes_.data() + (v == 0 ? 0 : ends_[at(v) - 1]); }
-    Spoke* end(int v) { return spokes_.data() + ends_[at(v)]; }
+    Spoke* begin(int v) { return spokes_.data() + (v == 0 ? 0 : ends_[toIndex(v) - 1]); }
+    Spoke* end(int v) { return spokes_.data() + ends_[toIndex(v)]; }
 
 private:
     std::vector<int> ends_;
@@ -53,15 +55,15 @@ public:
     std::vector<BoundaryChain> run() { return iWalk(iBoundaryEdges()); }
 
 private:
-    int iFrom(int position) const { return facets_[at(position)]; }
+    int iFrom(int position) const { return facets_[toIndex(position)]; }
     int iTo(int position) const {
-        return facets_[at(position % 3 == 2 ? position - 2 : position + 1)];
+        return facets_[toIndex(position % 3 == 2 ? position - 2 : position + 1)];
     }
     bool iIsVertex(int v) const { return v >= 0 && v < vertexCount_; }
 
     template <typename Visitor>
     void iForEachHalfEdge(Visitor&& visit) const {
-        for (int i = 0; at(i) + 2 < facets_.size(); i += 3) {
+        for (int i = 0; toIndex(i) + 2 < facets_.size(); i += 3) {
             if (!iIsVertex(iFrom(i)) || !iIsVertex(iFrom(i + 1)) || !iIsVertex(iFrom(i + 2)))
                 continue;
             for (int k = i; k < i + 3; ++k)
@@ -107,17 +109,17 @@ private:
         for (const int k : edges)
             outgoing.put(iFrom(k), {iTo(k), k});
         outgoing.sort();
-        std::vector<const Spoke*> next(at(vertexCount_));
+        std::vector<const Spoke*> next(toIndex(vertexCount_));
         for (int v = 0; v < vertexCount_; ++v)
-            next[at(v)] = outgoing.begin(v);
+            next[toIndex(v)] = outgoing.begin(v);
 
         std::vector<BoundaryChain> chains;
         for (int start = 0; start < vertexCount_; ++start) {
-            while (next[at(start)] != outgoing.end(start)) {
+            while (next[toIndex(start)] != outgoing.end(start)) {
                 BoundaryChain chain;
                 chain.vertices.push_back(start);
-                for (int v = start; next[at(v)] != outgoing.end(v);) {
-                    const Spoke& taken = *next[at(v)]++;
+                for (int v = start; next[toIndex(v)] != outgoing.end(v);) {
+                    const Spoke& taken = *next[toIndex(v)]++;
                     chain.facets.push_back(taken.position / 3);
                     v = taken.otherEnd;
                     chain.vertices.push_back(v);
@@ -137,3 +139,5 @@ private:
 std::vector<BoundaryChain> findBoundaryChains(const std::vector<int>& facets, int vertexCount) {
     return BoundaryFinder(facets, vertexCount).run();
 }
+
+}  // namespace geomKit::detail

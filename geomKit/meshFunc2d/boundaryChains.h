@@ -4,6 +4,8 @@
 
 #include <vector>
 
+namespace geomKit::detail {
+
 /// A walk along boundary half-edges: `vertices` holds one entry more than `facets`, and facet j
 /// owns the edge from vertex j to vertex j + 1.
 struct BoundaryChain {
@@ -14,3 +16,5 @@ struct BoundaryChain {
 /// The half-edges that no opposite half-edge cancels, joined into chains, for whole triples in
 /// `facets`. Triples with an index outside 0..vertexCount-1 are passed over.
 std::vector<BoundaryChain> findBoundaryChains(const std::vector<int>& facets, int vertexCount);
+
+}  // namespace geomKit::detail

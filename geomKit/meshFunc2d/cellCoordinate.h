@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace geomKit::detail {
+
 /// The tolerance of mesh functions: on barycentric weights, on determinants in parameter units
 /// squared, on positions in cell units, and on lengths.
 inline constexpr double kMeshEps = 1e-8;
@@ -26,3 +28,5 @@ inline int cellCoordinate(double x, int n) {
 inline int clampedCellCoordinate(double x, int n) {
     return static_cast<int>((std::min)((std::max)(0.0, x), n - 1.0));
 }
+
+}  // namespace geomKit::detail

@@ -1,5 +1,7 @@
 #include "geomKit/meshFunc2d/vect2S.h"
 
+namespace geomKit {
+
 using Vect2 = ktNM::vect2<double>;
 
 const std::array<std::string, 2> SimpleTypeHandler<Vect2>::_attrs = {"u", "v"};
@@ -15,3 +17,5 @@ void SimpleTypeHandler<Vect2>::load(Vect2& value, InTag& tag) const {
     tag.readAttr(_attrs[1], value.v);
     tag.readBody(nullptr, {});
 }
+
+}  // namespace geomKit

@@ -7,7 +7,9 @@
 
 #include "geomKit/export.h"
 #include "geomKit/meshFunc2d/vect2.h"
-#include "host/tags/SimpleTypeHandler.h"
+#include "geomKit/tags/SimpleTypeHandler.h"
+
+namespace geomKit {
 
 /// A vector as one empty tag with the attributes "u" and "v", under the rules of
 /// `SimpleTypeHandler<Vector3>`.
@@ -20,3 +22,5 @@ public:
     void save(const ktNM::vect2<double>& value, OutTag& tag) const override;
     void load(ktNM::vect2<double>& value, InTag& tag) const override;
 };
+
+}  // namespace geomKit

@@ -1,13 +1,19 @@
 #include "geomKit/queries/Bbox.h"
 
 #include <cstring>
+#include <ostream>
 
-#include "geomKit/WideCall.h"
+#include "geomKit/internal/wideCall.h"
+#include "geomKit/vAlgebra/vectorUtils.h"
+
+namespace geomKit {
 
 namespace {
 
-// The comparisons decide what NaN and zeros of both signs give: `v` replaces `kept` only when it is
-// strictly beyond it. Written this way each is one vector instruction.
+using detail::callWide;
+
+// `v` replaces `kept` only when it is strictly beyond it: this decides about NaN and about zeros of
+// both signs. In this form each is one vector instruction.
 double _lower(double v, double kept) {
     return v < kept ? v : kept;
 }
@@ -24,15 +30,16 @@ Vector3 _higher(const Vector3& v, const Vector3& kept) {
     return {_higher(v.x, kept.x), _higher(v.y, kept.y), _higher(v.z, kept.z)};
 }
 
-// The first zero of an axis in the list; its sign is the one that a pass in order would have kept.
-double _firstZero(const std::vector<Vector3>& pts, double Vector3::*axis) {
-    for (const Vector3& p : pts) {
-        if (p.*axis == 0.0) return p.*axis;
+// The first zero of an axis in the list. A pass in order would keep its sign.
+double _firstZero(const Vector3* pts, std::size_t count, double Vector3::*axis) {
+    for (std::size_t i = 0; i < count; ++i) {
+        if (pts[i].*axis == 0.0) return pts[i].*axis;
     }
     return 0.0;
 }
 
-// Four boxes side by side, each over every fourth point: no comparison waits for the one before it.
+// Four boxes side by side, each of every fourth point, so that no comparison waits for the one
+// before.
 constexpr std::size_t kLanes = 4;
 
 struct Lanes {
@@ -42,8 +49,8 @@ struct Lanes {
 
 #if defined(__GNUC__)
 
-// Four coordinates of successive points, so that three of them are a block of four points. The
-// compilers do not find this layout by themselves; with AVX it takes a ninth of the time.
+// Four coordinates that follow each other in memory; three quads are four points. Compilers do not
+// find this layout by themselves. With AVX it takes a ninth of the time of a plain loop.
 using Quad = double __attribute__((vector_size(4 * sizeof(double))));
 constexpr std::size_t kQuads = 3;
 
@@ -83,33 +90,33 @@ void _widen(const Vector3* pts, std::size_t blocks, Lanes& lanes) {
 
 }  // namespace
 
-Bbox::Bbox(const std::vector<Vector3>& pts) {
-    if (pts.empty()) {
+Bbox::Bbox(const Vector3* pts, std::size_t count) noexcept {
+    if (count == 0) {
         maxPt = Vector3();
         return;
     }
     init(pts[0]);
     const Vector3 first = pts[0];
     Lanes lanes = {{first, first, first, first}, {first, first, first, first}};
-    const std::size_t blocks = pts.size() / kLanes;
-    _widen(pts.data(), blocks, lanes);
+    const std::size_t blocks = count / kLanes;
+    _widen(pts, blocks, lanes);
     for (std::size_t k = 0; k < kLanes; ++k) {
         minPt = _lower(lanes.lo[k], minPt);
         maxPt = _higher(lanes.hi[k], maxPt);
     }
-    for (std::size_t i = kLanes * blocks; i < pts.size(); ++i) {
+    for (std::size_t i = kLanes * blocks; i < count; ++i) {
         minPt = _lower(pts[i], minPt);
         maxPt = _higher(pts[i], maxPt);
     }
 
     // The lanes may have met the zeros of an axis in another order than the list has them.
     for (double Vector3::*axis : {&Vector3::x, &Vector3::y, &Vector3::z}) {
-        if (minPt.*axis == 0.0) minPt.*axis = _firstZero(pts, axis);
-        if (maxPt.*axis == 0.0) maxPt.*axis = _firstZero(pts, axis);
+        if (minPt.*axis == 0.0) minPt.*axis = _firstZero(pts, count, axis);
+        if (maxPt.*axis == 0.0) maxPt.*axis = _firstZero(pts, count, axis);
     }
 }
 
-Bbox Bbox::operator+(const Bbox& other) const {
+Bbox Bbox::operator+(const Bbox& other) const noexcept {
     Bbox sum;
     if (isValid() && other.isValid()) {
         sum.minPt = _lower(other.minPt, minPt);
@@ -118,12 +125,12 @@ Bbox Bbox::operator+(const Bbox& other) const {
     return sum;
 }
 
-Bbox& Bbox::operator+=(const Bbox& other) {
+Bbox& Bbox::operator+=(const Bbox& other) noexcept {
     *this = isValid() ? *this + other : other;
     return *this;
 }
 
-void Bbox::isec(const Bbox& other) {
+void Bbox::isec(const Bbox& other) noexcept {
     if (!isValid()) return;
     if (!other.isValid()) {
         reset();
@@ -133,7 +140,7 @@ void Bbox::isec(const Bbox& other) {
     maxPt = _lower(other.maxPt, maxPt);
 }
 
-void Bbox::boundsInDir(UVector3 dir, Vector3* low, Vector3* high) const {
+void Bbox::boundsInDir(UVector3 dir, Vector3* low, Vector3* high) const noexcept {
     const bool swapped = (maxPt - minPt) * dir < -kNullComponentTol;
     Vector3 lowest = swapped ? maxPt : minPt;
     Vector3 highest = swapped ? minPt : maxPt;
@@ -152,3 +159,10 @@ void Bbox::boundsInDir(UVector3 dir, Vector3* low, Vector3* high) const {
     if (low != nullptr) *low = lowest;
     if (high != nullptr) *high = highest;
 }
+
+std::ostream& operator<<(std::ostream& os, const Bbox& box) {
+    if (!box.isValid()) return os << "empty";
+    return os << box.minPt << " to " << box.maxPt;
+}
+
+}  // namespace geomKit

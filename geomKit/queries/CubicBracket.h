@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+namespace geomKit::detail {
+
 /// A polynomial value at or below this, a rise at or below it, a bracket no wider: all count as 0.
 inline constexpr double kValueTol = 1e-13;
 inline constexpr double kBracketTol = 1e-13;
@@ -79,3 +81,5 @@ private:
         return clipped > lower ? clipped : lower;
     }
 };
+
+}  // namespace geomKit::detail

@@ -9,6 +9,8 @@
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
 
+namespace geomKit {
+
 /// Closest approach of the lines p1 + s d1 and p2 + t d2.
 ///
 /// The constructor does the work; read `status` first. `tol` is a distance, compared strictly
@@ -46,18 +48,19 @@ public:
 
     /// Lines with unit directions.
     LineLineInt(const Vector3& p1, const UVector3& d1, const Vector3& p2, const UVector3& d2,
-                double tol);
+                double tol) noexcept;
     /// Lines with directions of any length.
-    LineLineInt(const Vector3& p1, Vector3 d1, const Vector3& p2, const Vector3& d2, double tol);
+    LineLineInt(const Vector3& p1, Vector3 d1, const Vector3& p2, const Vector3& d2,
+                double tol) noexcept;
 
 private:
     /// Sets `status` and `point` from the parameters; w = p2 - p1.
     void iSetByGap(const Vector3& p1, const Vector3& d1, const Vector3& w, const Vector3& d2,
-                   double tol);
+                   double tol) noexcept;
 };
 
 inline LineLineInt::LineLineInt(const Vector3& p1, const UVector3& d1, const Vector3& p2,
-                                const UVector3& d2, double tol) {
+                                const UVector3& d2, double tol) noexcept {
     const double c = d1 * d2;
     const Vector3 w = p2 - p1;
     if (1.0 - std::abs(c) < 0.5 * kCrossSqTol) {
@@ -77,7 +80,7 @@ inline LineLineInt::LineLineInt(const Vector3& p1, const UVector3& d1, const Vec
 }
 
 inline LineLineInt::LineLineInt(const Vector3& p1, Vector3 d1, const Vector3& p2, const Vector3& d2,
-                                double tol) {
+                                double tol) noexcept {
     const double a = d1 * d1;
     const double e = d2 * d2;
     const double b = d1 * d2;
@@ -99,10 +102,12 @@ inline LineLineInt::LineLineInt(const Vector3& p1, Vector3 d1, const Vector3& p2
 }
 
 inline void LineLineInt::iSetByGap(const Vector3& p1, const Vector3& d1, const Vector3& w,
-                                   const Vector3& d2, double tol) {
+                                   const Vector3& d2, double tol) noexcept {
     const Vector3 gap = (w + d2 * param2) - d1 * param1;
     if (gap.lengthSq() < tol * tol) {
         status = kMeet;
         point = p1 + d1 * param1;
     }
 }
+
+}  // namespace geomKit

@@ -8,6 +8,8 @@
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
 
+namespace geomKit {
+
 /// Intersection of the line p + t d with the plane through q with unit normal n.
 ///
 /// The constructor does the work; read `status` first. The line counts as parallel to the plane
@@ -32,14 +34,14 @@ public:
     double param = 0.0;
 
     LinePlaneInt(const Vector3& p, const UVector3& d, const Vector3& q, const UVector3& n,
-                 double tol);
+                 double tol) noexcept;
 
 private:
     static constexpr double kMinSine = 1e-8;
 };
 
 inline LinePlaneInt::LinePlaneInt(const Vector3& p, const UVector3& d, const Vector3& q,
-                                  const UVector3& n, double tol) {
+                                  const UVector3& n, double tol) noexcept {
     const double rate = d * n;
     if (std::abs(rate) >= kMinSine) {
         param = ((q - p) * n) / rate;
@@ -49,3 +51,5 @@ inline LinePlaneInt::LinePlaneInt(const Vector3& p, const UVector3& d, const Vec
     point = p;
     status = tol <= std::abs((p - q) * n) ? kParallel : kInPlane;
 }
+
+}  // namespace geomKit

@@ -8,6 +8,8 @@
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
 
+namespace geomKit {
+
 /// Intersections of the line p + t d with a sphere.
 ///
 /// The constructor does the work; read `numHits` first. `tol` is a margin on squared distances: the
@@ -31,11 +33,11 @@ public:
     double param2 = 0.0;
 
     LineSphereInt(const Vector3& p, const UVector3& d, const Vector3& centre, double radius,
-                  double tol);
+                  double tol) noexcept;
 };
 
 inline LineSphereInt::LineSphereInt(const Vector3& p, const UVector3& d, const Vector3& centre,
-                                    double radius, double tol) {
+                                    double radius, double tol) noexcept {
     const double radiusSq = radius * radius;
     const Vector3 w = centre - p;
     const double h = w * d;
@@ -56,3 +58,5 @@ inline LineSphereInt::LineSphereInt(const Vector3& p, const UVector3& d, const V
     point1 = p + d * h;
     point2 = point1;
 }
+
+}  // namespace geomKit

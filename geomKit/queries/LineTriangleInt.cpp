@@ -2,10 +2,12 @@
 
 #include "geomKit/queries/LinePlaneInt.h"
 
+namespace geomKit {
+
 LineTriangleInt LineTriangleInt::iSolve(const Vector3& p, const UVector3& d, const Vector3& a,
-                                        const Vector3& b, const Vector3& c, double tol) {
+                                        const Vector3& b, const Vector3& c, double tol) noexcept {
     LineTriangleInt out;
-    // Assigned through the base, so that the normal is normalised once and its failure is seen.
+    // Assigned as a plain vector: it is normalised once, and a failure of that can be seen.
     UVector3 n;
     const Vector3 ab = b - a;
     const Vector3 ac = c - a;
@@ -30,3 +32,5 @@ LineTriangleInt LineTriangleInt::iSolve(const Vector3& p, const UVector3& d, con
     out.status = inA && inB && inC ? kHit : kMiss;
     return out;
 }
+
+}  // namespace geomKit

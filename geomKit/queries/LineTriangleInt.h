@@ -2,12 +2,24 @@
 /// `LineTriangleInt`: where a line passes through a triangle.
 #pragma once
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 #include "geomKit/export.h"
+#include "geomKit/queries/lineTriangleSteps.h"
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
+
+namespace geomKit {
+
+/// The nearest of many triangles that a line passes through; false when there is none.
+struct LineTriangleHit {
+    std::ptrdiff_t triangle = -1;
+    double param = 0.0;
+    Vector3 point;
+
+    [[nodiscard]] explicit operator bool() const noexcept { return triangle >= 0; }
+};
 
 /// Intersection of the line p + t d with the triangle a, b, c, from either side.
 ///
@@ -43,64 +55,62 @@ public:
     double param = 0.0;
 
     LineTriangleInt(const Vector3& p, const UVector3& d, const Vector3& a, const Vector3& b,
-                    const Vector3& c, double tol);
+                    const Vector3& c, double tol) noexcept;
+
+    /// One line and `count` triangles: triangle i has the corners 3i, 3i + 1 and 3i + 2. Writes the
+    /// status, the parameter and the point of each, with the bits of single calls, and returns how
+    /// many are hit. Each output may be null; `points` may be `corners`.
+    ///
+    /// Several triangles share the vector registers, which takes 0.7 of the time of a loop over
+    /// single calls. Allocates nothing; disjoint ranges may run in several threads.
+    GEOMKIT_API static std::size_t intersect(const Vector3& p, const UVector3& d, double tol,
+                                             const Vector3* corners, std::size_t count,
+                                             std::int32_t* statuses, double* params,
+                                             Vector3* points) noexcept;
+    /// The same for triangles that share vertices: triangle i has the vertices of the numbers
+    /// facets[3i] to facets[3i + 2]. One with a number outside 0..vertexCount-1 is `kDegenerate`.
+    GEOMKIT_API static std::size_t intersect(const Vector3& p, const UVector3& d, double tol,
+                                             const Vector3* vertices, std::size_t vertexCount,
+                                             const int* facets, std::size_t count,
+                                             std::int32_t* statuses, double* params,
+                                             Vector3* points) noexcept;
+
+    /// The hit of the smallest parameter that is at least `leastParam`, 0 for a ray from `p`; of
+    /// equal ones that of the lowest index. As quick as `intersect`.
+    [[nodiscard]] GEOMKIT_API static LineTriangleHit nearest(const Vector3& p, const UVector3& d,
+                                                             double tol, double leastParam,
+                                                             const Vector3* corners,
+                                                             std::size_t count) noexcept;
+    [[nodiscard]] GEOMKIT_API static LineTriangleHit nearest(
+        const Vector3& p, const UVector3& d, double tol, double leastParam, const Vector3* vertices,
+        std::size_t vertexCount, const int* facets, std::size_t count) noexcept;
 
 private:
     LineTriangleInt() = default;
     /// All steps after the sphere. Returned by value: the constructor's record may then stay in
     /// registers.
     GEOMKIT_API static LineTriangleInt iSolve(const Vector3& p, const UVector3& d, const Vector3& a,
-                                              const Vector3& b, const Vector3& c, double tol);
+                                              const Vector3& b, const Vector3& c,
+                                              double tol) noexcept;
 };
 
-// After the sphere, Moeller and Trumbore's weights times their determinant settle the status where
-// they are beyond any rounding of the documented steps, long before the square root and the
-// divisions that `point` takes. `depth` is the least weight in absolute value if all have one sign;
-// otherwise it is negative, and some weight of each sign is at least that far from zero.
-//
-// With e^2 = edgesSq and z^2 = sizeSq, |det| > e^2 / 1024 and |d|^2 < 2 bound the relative error of
-// n by 4e-13 and the sine between line and plane from below by 1/730. In the unit of the weights,
-// the areas that `iSolve` forms are then off by less than 1e-9 z e, while |depth| exceeds
-// 7e-9 z e + 7 |tol|. The first comparison also keeps n from being null and its length from
-// overflowing. NaN and overflow fail the comparisons.
 inline LineTriangleInt::LineTriangleInt(const Vector3& p, const UVector3& d, const Vector3& a,
-                                        const Vector3& b, const Vector3& c, double tol) {
-    const Vector3 g = ((a + b) + c) / 3.0;
-    const Vector3 v = p - g;
-    const double vSq = v.lengthSq();
-    const double h = v * d;
-    const double distSq = vSq - h * h;
-    // Beyond the largest radius is beyond each; the first is enough for most lines that are not.
-    if (distSq > (g - a).lengthSq() + tol &&
-        distSq > (std::max)((g - b).lengthSq(), (g - c).lengthSq()) + tol) {
+                                        const Vector3& b, const Vector3& c, double tol) noexcept {
+    const detail::LineTriangleSphere<Vector3> sphere(p, d, a, b, c);
+    // A line beyond the largest radius is beyond all three. Comparing with the first one alone is
+    // enough for most lines that are not.
+    if (sphere.distSq > sphere.radiusSq(a) + tol && sphere.distSq > sphere.radiusSq(b, c) + tol) {
         return;
     }
 
-    const Vector3 ab = b - a;
-    const Vector3 ac = c - a;
-    const Vector3 pa = a - p;
-    const Vector3 n = ab % ac;
-    const Vector3 moment = d % pa;
-    const double det = n * d;
-    const double wc = moment * ab;
-    const double wb = -(moment * ac);
-    const double wa = det - wb - wc;
-    // Without a branch for each edge: which one a line passes cannot be predicted.
-    const double lowest = (std::min)((std::min)(wb, wc), wa);
-    const double highest = (std::max)((std::max)(wb, wc), wa);
-    const double depth = (std::max)(lowest, -highest);
-
-    const double edgesSq = ab.lengthSq() + ac.lengthSq();
-    const double sizeSq = p.lengthSq() + vSq + edgesSq;
-    const bool isKnown = det * det > 0x1p-20 * (edgesSq * edgesSq) + 1e-24 &&
-                         depth * depth > 1e-16 * (sizeSq * edgesSq) + 100.0 * (tol * tol) &&
-                         d.lengthSq() < 2.0;
-    if (isKnown) {
-        const Vector3 unit = n * (1.0 / n.length());
-        status = depth > 0.0 ? kHit : kMiss;
-        param = (pa * unit) / (d * unit);
+    const detail::LineTriangleSides<Vector3> sides(p, d, a, b, c, tol, sphere.offsetSq);
+    if (sides.areKnown) {
+        status = sides.depth > 0.0 ? kHit : kMiss;
+        param = sides.param(d);
         point = p + d * param;
     } else {
         *this = iSolve(p, d, a, b, c, tol);
     }
 }
+
+}  // namespace geomKit

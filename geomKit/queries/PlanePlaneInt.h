@@ -9,6 +9,8 @@
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
 
+namespace geomKit {
+
 /// Intersection line of the planes through p1 with unit normal nA and through p2 with nB.
 ///
 /// The constructor does the work; read `status` first. Planes count as parallel, whichever way
@@ -31,11 +33,11 @@ public:
     Vector3 dir;
 
     PlanePlaneInt(const Vector3& p1, const UVector3& nA, const Vector3& p2, const UVector3& nB,
-                  double tol);
+                  double tol) noexcept;
 };
 
 inline PlanePlaneInt::PlanePlaneInt(const Vector3& p1, const UVector3& nA, const Vector3& p2,
-                                    const UVector3& nB, double tol)
+                                    const UVector3& nB, double tol) noexcept
     : dir(nA % nB) {
     if (dir.lengthSq() < kCrossSqTol) {
         status = std::abs((p1 - p2) * nA) < tol ? kCoincident : kParallel;
@@ -46,3 +48,5 @@ inline PlanePlaneInt::PlanePlaneInt(const Vector3& p1, const UVector3& nA, const
     const double s = ((p2 - p1) * nB) / (m * nB);
     point = p1 + m * s;
 }
+
+}  // namespace geomKit

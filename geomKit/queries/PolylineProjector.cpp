@@ -4,11 +4,16 @@
 #include <cmath>
 #include <limits>
 
-#include "geomKit/at.h"
-#include "geomKit/queries/isFinite.h"
+#include "geomKit/internal/isFinite.h"
+#include "geomKit/internal/toIndex.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
 
+namespace geomKit {
+
 namespace {
+
+using detail::isFinite;
+using detail::toIndex;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
@@ -51,7 +56,8 @@ Nearest _scanSegments(const std::vector<Vector3>& points, std::int32_t first, st
                       const Vector3& x) {
     Nearest nearest = {kInfinity, first};
     for (std::int32_t k = first; k < last; ++k) {
-        const double d = distSqToLineSegment(x, points[at(k)], points[at(k + 1)], nullptr);
+        const double d =
+            distSqToLineSegment(x, points[toIndex(k)], points[toIndex(k + 1)], nullptr);
         if (d < nearest.distanceSq) nearest = {d, k};
     }
     return nearest;
@@ -85,7 +91,7 @@ public:
             if (!(here.bound > best_)) {
                 if (!_isShort(here.first, here.last)) {
                     const std::int32_t m = _middle(here.first, here.last);
-                    const std::int32_t secondNode = line_.runs_[at(here.node)].secondHalf;
+                    const std::int32_t secondNode = line_.runs_[toIndex(here.node)].secondHalf;
                     Pending near = {iBoundOf(here.node + 1), here.node + 1, here.first, m};
                     Pending far = {iBoundOf(secondNode), secondNode, m, here.last};
                     if (far.bound < near.bound) std::swap(near, far);
@@ -111,13 +117,13 @@ private:
     };
 
     double iBoundOf(std::int32_t node) const {
-        const RunBox& box = line_.runs_[at(node)];
+        const RunBox& box = line_.runs_[toIndex(node)];
         const double d = _distSqToBox(x_, box.low, box.high);
         return d - (kRounding * d + box.rounding);
     }
 
     void iConsiderEnd(std::int32_t vertex, std::int32_t ownSegment) {
-        const double d = distSq(line_.points[at(vertex)], x_) + kVertexHandicap;
+        const double d = distSq(line_.points[toIndex(vertex)], x_) + kVertexHandicap;
         if (d < best_) {
             best_ = d;
             winner_ = {ownSegment, -1};
@@ -135,7 +141,8 @@ private:
     void iScan(std::int32_t first, std::int32_t last) {
         // Every first vertex of a short run but the polyline's own was split at on the way.
         if (first > 0) {
-            iConsider(distSq(line_.points[at(first)], x_) + kVertexHandicap, {first - 1, first});
+            iConsider(distSq(line_.points[toIndex(first)], x_) + kVertexHandicap,
+                      {first - 1, first});
         }
         const Nearest run = _scanSegments(line_.points, first, last, x_);
         iConsider(run.distanceSq, {run.segment, -1});
@@ -144,9 +151,9 @@ private:
     /// Lower bound of the distance to a run from its chord and arc length; 0 where rounding leaves
     /// none.
     double iChordBound(std::int32_t first, std::int32_t last) const {
-        const Vector3& a = line_.points[at(first)];
-        const Vector3& b = line_.points[at(last)];
-        const double length = line_.arcLength[at(last)] - line_.arcLength[at(first)];
+        const Vector3& a = line_.points[toIndex(first)];
+        const Vector3& b = line_.points[toIndex(last)];
+        const double length = line_.arcLength[toIndex(last)] - line_.arcLength[toIndex(first)];
         const double slackSq = length * length - distSq(a, b);
         if (!(slackSq >= 0.0)) return 0.0;
         const double bound = std::sqrt(distSqToLineSegment(x_, a, b, nullptr)) - std::sqrt(slackSq);
@@ -225,8 +232,8 @@ void PolylineProjector::iAddRun(std::int32_t first, std::int32_t last) {
         for (std::int32_t i = first; i <= last; ++i) {
             // A segment at a vertex that is not finite may be at any distance.
             const Vector3 everywhere(kInfinity, kInfinity, kInfinity);
-            isFinite(points[at(i)]) ? include(points[at(i)], points[at(i)])
-                                    : include(-everywhere, everywhere);
+            isFinite(points[toIndex(i)]) ? include(points[toIndex(i)], points[toIndex(i)])
+                                         : include(-everywhere, everywhere);
         }
     } else {
         const std::int32_t m = _middle(first, last);
@@ -234,7 +241,7 @@ void PolylineProjector::iAddRun(std::int32_t first, std::int32_t last) {
         include(runs_[node + 1].low, runs_[node + 1].high);
         box.secondHalf = static_cast<std::int32_t>(runs_.size());
         iAddRun(m, last);
-        include(runs_[at(box.secondHalf)].low, runs_[at(box.secondHalf)].high);
+        include(runs_[toIndex(box.secondHalf)].low, runs_[toIndex(box.secondHalf)].high);
     }
     box.rounding = kRounding * (box.high - box.low).lengthSq();
     runs_[node] = box;
@@ -255,8 +262,8 @@ PolylineProjection PolylineProjector::nearest(const Vector3& x) const {
         return result;
     }
     result.segment = iNearestSegment(x);
-    const Vector3& a = points[at(result.segment)];
-    const Vector3& b = points[at(result.segment + 1)];
+    const Vector3& a = points[toIndex(result.segment)];
+    const Vector3& b = points[toIndex(result.segment + 1)];
     const Vector3 ab = b - a;
     const double along = (x - a) * ab;
     if (along <= kNullComponentTol) {
@@ -282,3 +289,5 @@ std::int32_t PolylineProjector::iNearestSegment(const Vector3& x) const {
     if (!runs_.empty()) return Search(*this, x).run();
     return _scanSegments(points, 0, static_cast<std::int32_t>(points.size()) - 1, x).segment;
 }
+
+}  // namespace geomKit

@@ -9,6 +9,8 @@
 #include "geomKit/export.h"
 #include "geomKit/vAlgebra/Vector3.h"
 
+namespace geomKit {
+
 /// Where a point projects to on a polyline.
 struct PolylineProjection {
     /// Index k of the segment from `points[k]` to `points[k + 1]`; -1 when there is no segment.
@@ -82,3 +84,5 @@ private:
 
     std::vector<RunBox> runs_;
 };
+
+}  // namespace geomKit

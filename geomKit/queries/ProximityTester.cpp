@@ -4,9 +4,13 @@
 #include <cmath>
 #include <limits>
 
-#include "geomKit/queries/isFinite.h"
+#include "geomKit/internal/isFinite.h"
+
+namespace geomKit {
 
 namespace {
+
+using detail::isFinite;
 
 /// Cells are doubled while the grid inside its border has at least this many.
 constexpr double kMaxInnerCells = 10000.0;
@@ -104,3 +108,5 @@ void ProximityTester::iDilate(std::ptrdiff_t cell) {
         }
     }
 }
+
+}  // namespace geomKit

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+namespace geomKit {
+
 /// The weight (1 - ((x - center) / radius)^2)^3: 1 at the centre, 0 with zero slope and zero
 /// curvature at the distance `radius` and beyond. The derivatives are those of this formula.
 ///
@@ -20,18 +22,18 @@ public:
     double invRadius = 0.0;
     double margin = 0.0;
 
-    SmoothWeight(double center_, double radius_);
+    constexpr SmoothWeight(double center_, double radius_) noexcept;
 
     /// Writes the weight at `x` and its first and second derivative with respect to x; each pointer
     /// may be null. Always returns true.
-    bool evaluate(double x, double* w, double* dw, double* d2w) const;
+    bool evaluate(double x, double* w, double* dw, double* d2w) const noexcept;
 
 private:
     static constexpr double kMinRadius = 1e-8;
     static constexpr double kRelativeMargin = 1e-8;
 };
 
-inline SmoothWeight::SmoothWeight(double center_, double radius_)
+constexpr SmoothWeight::SmoothWeight(double center_, double radius_) noexcept
     : center(center_), radius(radius_) {
     if (radius > kMinRadius) {
         margin = radius * kRelativeMargin;
@@ -39,7 +41,7 @@ inline SmoothWeight::SmoothWeight(double center_, double radius_)
     }
 }
 
-inline bool SmoothWeight::evaluate(double x, double* w, double* dw, double* d2w) const {
+inline bool SmoothWeight::evaluate(double x, double* w, double* dw, double* d2w) const noexcept {
     const double u = x - center;
     if (std::abs(u) > radius - margin) {
         if (w != nullptr) *w = 0.0;
@@ -56,3 +58,5 @@ inline bool SmoothWeight::evaluate(double x, double* w, double* dw, double* d2w)
     if (d2w != nullptr) *d2w = invRadius * 6.0 * invRadius * k * (5.0 * s2 - 1.0);
     return true;
 }
+
+}  // namespace geomKit

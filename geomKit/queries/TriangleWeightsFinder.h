@@ -7,6 +7,8 @@
 #include "geomKit/vAlgebra/Matrix3.h"
 #include "geomKit/vAlgebra/Vector3.h"
 
+namespace geomKit {
+
 /// Weights of the vertices a, b, c whose blend is the point p, once p is projected into the
 /// triangle's plane along the coordinate axis that is nearest to its normal (not along the normal).
 ///
@@ -28,14 +30,15 @@ public:
     /// The weights of a, b and c in x, y and z.
     Vector3 weights;
 
-    TriangleWeightsFinder(const Vector3& p, const Vector3& a, const Vector3& b, const Vector3& c);
+    TriangleWeightsFinder(const Vector3& p, const Vector3& a, const Vector3& b,
+                          const Vector3& c) noexcept;
 
 private:
     static constexpr double kMinDet = 1e-20;
 };
 
 inline TriangleWeightsFinder::TriangleWeightsFinder(const Vector3& p, const Vector3& a,
-                                                    const Vector3& b, const Vector3& c) {
+                                                    const Vector3& b, const Vector3& c) noexcept {
     const Vector3 n = (b - a) % (c - a);
     const double nx = std::abs(n.x);
     const double ny = std::abs(n.y);
@@ -48,3 +51,5 @@ inline TriangleWeightsFinder::TriangleWeightsFinder(const Vector3& p, const Vect
     const Matrix3 m(projected(a), projected(b), projected(c));
     if (std::abs(m.determinant()) > kMinDet) weights = m.inverse() * projected(p);
 }
+
+}  // namespace geomKit

@@ -4,6 +4,8 @@
 
 #include "geomKit/queries/fallingCubic.h"
 
+namespace geomKit::detail {
+
 // The steps form one long chain of operations, which a processor runs ahead of only as far as it
 // can guess which end moves next. Wide and narrow brackets have loops of their own because each is
 // guessed better, and has fewer tests, than the two in one.
@@ -94,3 +96,5 @@ double findBracketedRoot(const CubicPolynomial& f) {
     }
     return b.nearerEnd();
 }
+
+}  // namespace geomKit::detail

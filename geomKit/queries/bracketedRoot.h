@@ -4,4 +4,8 @@
 
 #include "geomKit/queries/CubicBracket.h"
 
+namespace geomKit::detail {
+
 double findBracketedRoot(const CubicPolynomial& f);
+
+}  // namespace geomKit::detail

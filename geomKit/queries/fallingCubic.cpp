@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+namespace geomKit::detail {
+
 namespace {
 
 /// The brackets of level n, after n halvings of [-X, X], are X 2^(1-n) wide. For X >= 1 those of
@@ -94,3 +96,5 @@ HalvedBracket halveFalling(const CubicPolynomial& f, const CubicBracket& start) 
     _descend(f, start.hi, root, at);
     return at;
 }
+
+}  // namespace geomKit::detail

@@ -5,6 +5,8 @@
 
 #include "geomKit/queries/CubicBracket.h"
 
+namespace geomKit::detail {
+
 struct HalvedBracket {
     CubicBracket bracket;
     int halvings;
@@ -17,3 +19,5 @@ struct HalvedBracket {
 /// computed values have a certain sign. Up to there a halving needs no evaluation, and since its
 /// ends are exact, neither does a sequence: the last of its brackets is computed directly.
 HalvedBracket halveFalling(const CubicPolynomial& f, const CubicBracket& start);
+
+}  // namespace geomKit::detail

@@ -22,6 +22,8 @@
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
 
+namespace geomKit {
+
 /// The centroid of `pts` and the principal axis of greatest spread if `largest`, else of least
 /// spread; each output may be null. False, and nothing written, for fewer than two points. Sums run
 /// in the order of the points; the covariance is divided by their number n, not by n - 1.
@@ -34,3 +36,5 @@ GEOMKIT_API bool bestFitPlane(std::vector<Vector3> const& pts, Vector3* center, 
 
 /// The line that minimises the sum of squared distances: centroid and unit direction.
 GEOMKIT_API bool bestFitLine(std::vector<Vector3> const& pts, Vector3* center, UVector3* dir);
+
+}  // namespace geomKit

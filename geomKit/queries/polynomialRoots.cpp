@@ -6,7 +6,13 @@
 #include "geomKit/queries/bracketedRoot.h"
 #include "geomKit/vAlgebra/Tolerances.h"
 
+namespace geomKit {
+
 namespace {
+
+using detail::CubicPolynomial;
+using detail::findBracketedRoot;
+using detail::kValueTol;
 
 /// A critical point at which the cubic vanishes, within tolerance.
 bool _findMultipleRoot(const CubicPolynomial& f, double& root) {
@@ -60,3 +66,5 @@ int solveCubic(double a, double b, double c, double d, double* roots) {
     if (others > 0) _sortThree(roots);
     return others + 1;
 }
+
+}  // namespace geomKit

@@ -9,6 +9,8 @@
 
 #include "geomKit/export.h"
 
+namespace geomKit {
+
 /// Writes the real roots of a x^2 + b x + c to `roots`, which holds two, and returns their count.
 ///
 /// |a| < 1e-13 (strict) leaves the linear equation: one root, or none when |b| < 1e-13 too, even if
@@ -43,3 +45,5 @@ GEOMKIT_API int solveQuadratic(double a, double b, double c, double* roots);
 /// that may be infinite, NaN or meaningless; NaN is left where it is when the roots are sorted.
 /// Test the coefficients with `std::isfinite` where they may be bad.
 GEOMKIT_API int solveCubic(double a, double b, double c, double d, double* roots);
+
+}  // namespace geomKit

@@ -2,8 +2,10 @@
 
 #include <cmath>
 
+namespace geomKit {
+
 bool segsIntersect(const Vector3& a0, const Vector3& a1, const Vector3& b0, const Vector3& b1,
-                   double tol, bool inclusive) {
+                   double tol, bool inclusive) noexcept {
     const Vector3 along = a1 - a0;
     const UVector3 d(along);
     const double len = along * d;
@@ -28,7 +30,7 @@ bool segsIntersect(const Vector3& a0, const Vector3& a1, const Vector3& b0, cons
 }
 
 bool segIntersectRect2D(const Vector3& a, const Vector3& b, const Vector3& rmin,
-                        const Vector3& rmax) {
+                        const Vector3& rmax) noexcept {
     if (a.x <= rmin.x && b.x <= rmin.x) return false;
     if (a.x >= rmax.x && b.x >= rmax.x) return false;
     if (a.y <= rmin.y && b.y <= rmin.y) return false;
@@ -47,7 +49,7 @@ bool segIntersectRect2D(const Vector3& a, const Vector3& b, const Vector3& rmin,
            side(rmin.x, rmax.y) * side(rmax.x, rmin.y) <= 0.0;
 }
 
-bool segClipHalfPlane2D(Vector3& a, Vector3& b, const Vector3& q, const UVector3& n) {
+bool segClipHalfPlane2D(Vector3& a, Vector3& b, const Vector3& q, const UVector3& n) noexcept {
     const double k = q * n;
     const double da = a * n - k;
     const double db = b * n - k;
@@ -59,7 +61,7 @@ bool segClipHalfPlane2D(Vector3& a, Vector3& b, const Vector3& q, const UVector3
 }
 
 bool segClipRect2D(const Vector3& a, const Vector3& b, const Vector3& rmin, const Vector3& rmax,
-                   Vector3& outA, Vector3& outB) {
+                   Vector3& outA, Vector3& outB) noexcept {
     const Vector3 endB = b;
     outA = a;
     outB = endB;
@@ -68,3 +70,5 @@ bool segClipRect2D(const Vector3& a, const Vector3& b, const Vector3& rmin, cons
            segClipHalfPlane2D(outA, outB, rmax, UVector3(-1.0, 0.0, 0.0)) &&
            segClipHalfPlane2D(outA, outB, rmax, UVector3(0.0, -1.0, 0.0));
 }
+
+}  // namespace geomKit

@@ -1,14 +1,17 @@
 /// @file
 /// Segments in the xy plane: do they cross, do they meet a rectangle, what is left of them inside.
 ///
-/// Points are `Vector3` with z expected to be 0. Side and rectangle tests read x and y only;
-/// lengths along a segment and clip points carry z along. Pure functions, safe from any number of
-/// threads.
+/// Points are `Vector3` with z expected to be 0. Side tests against a segment and rectangle tests
+/// read x and y only. Lengths along a segment, and distances from the boundary of a half-plane, are
+/// dot products of all three components; clip points have an interpolated z. Pure functions, safe
+/// from any number of threads.
 #pragma once
 
 #include "geomKit/export.h"
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
+
+namespace geomKit {
 
 /// True when the segment b0 b1 crosses the segment a0 a1.
 ///
@@ -22,8 +25,9 @@
 /// length has the direction (0, 0, 1), against which nothing has a side: answers are true within
 /// `tol` in z, wherever B lies in x and y, if `inclusive` with `tol` > 0, else false. Test its
 /// length first. NaN passes every rejection: true.
-GEOMKIT_API bool segsIntersect(const Vector3& a0, const Vector3& a1, const Vector3& b0,
-                               const Vector3& b1, double tol, bool inclusive);
+[[nodiscard]] GEOMKIT_API bool segsIntersect(const Vector3& a0, const Vector3& a1,
+                                             const Vector3& b0, const Vector3& b1, double tol,
+                                             bool inclusive) noexcept;
 
 /// True when the segment ab meets the rectangle from `rmin` to `rmax`.
 ///
@@ -32,8 +36,9 @@ GEOMKIT_API bool segsIntersect(const Vector3& a0, const Vector3& a1, const Vecto
 /// through a corner aslant does, and so does one with an end in the rectangle. The side products
 /// underflow for differences below about 1e-80, which then counts as meeting. NaN coordinates of
 /// the segment give false unless the other end lies in the rectangle.
-GEOMKIT_API bool segIntersectRect2D(const Vector3& a, const Vector3& b, const Vector3& rmin,
-                                    const Vector3& rmax);
+[[nodiscard]] GEOMKIT_API bool segIntersectRect2D(const Vector3& a, const Vector3& b,
+                                                  const Vector3& rmin,
+                                                  const Vector3& rmax) noexcept;
 
 /// Clips ab in place to the half-plane through `q` on the side that `n` points to; false when
 /// nothing remains, with a and b unchanged.
@@ -42,10 +47,13 @@ GEOMKIT_API bool segIntersectRect2D(const Vector3& a, const Vector3& b, const Ve
 /// with an end from inside stays whole. The clip point is interpolated, so it may lie off the
 /// boundary by rounding. A NaN distance does not end the clip: the result is true and the end that
 /// is replaced holds NaN.
-GEOMKIT_API bool segClipHalfPlane2D(Vector3& a, Vector3& b, const Vector3& q, const UVector3& n);
+GEOMKIT_API bool segClipHalfPlane2D(Vector3& a, Vector3& b, const Vector3& q,
+                                    const UVector3& n) noexcept;
 
 /// Clips a copy of ab to the rectangle from `rmin` to `rmax`, edge by edge: left, bottom, right,
 /// top. False when nothing remains; `outA` and `outB` then hold what the edges before left. A
 /// segment along an edge is removed. The outputs may be the same objects as `a` and `b`.
 GEOMKIT_API bool segClipRect2D(const Vector3& a, const Vector3& b, const Vector3& rmin,
-                               const Vector3& rmax, Vector3& outA, Vector3& outB);
+                               const Vector3& rmax, Vector3& outA, Vector3& outB) noexcept;
+
+}  // namespace geomKit

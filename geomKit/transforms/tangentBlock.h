@@ -7,10 +7,12 @@
 
 #include <cmath>
 
-#include "geomKit/WideCall.h"
+#include "geomKit/internal/wideCall.h"
 #include "geomKit/vAlgebra/Tolerances.h"
 #include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
+
+namespace geomKit::detail {
 
 /// A block of vectors, component by component.
 struct VectorBlock {
@@ -86,3 +88,5 @@ GEOMKIT_INLINE_KERNEL void basesOf(const UVector3* normals, int count, VectorBlo
     }
     normalize(b2);
 }
+
+}  // namespace geomKit::detail

@@ -1,9 +1,13 @@
 #include "geomKit/vAlgebra/Matrix3.h"
 
+#include <ostream>
+
 #include "geomKit/vAlgebra/eigensystem.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
 
-Matrix3 Matrix3::rotationMatrix(const UVector3& axis, double angle) {
+namespace geomKit {
+
+Matrix3 Matrix3::rotationMatrix(const UVector3& axis, double angle) noexcept {
     const double x = axis.x;
     const double y = axis.y;
     const double z = axis.z;
@@ -15,7 +19,7 @@ Matrix3 Matrix3::rotationMatrix(const UVector3& axis, double angle) {
             t * x * z - s * y, t * y * z + s * x, t * z * z + c};
 }
 
-Matrix3 Matrix3::rotationMatrix(const UVector3& from, const UVector3& to) {
+Matrix3 Matrix3::rotationMatrix(const UVector3& from, const UVector3& to) noexcept {
     Vector3 n = from % to;
     const double s = n.length();
     if (!n.autoNormalize()) {
@@ -25,7 +29,7 @@ Matrix3 Matrix3::rotationMatrix(const UVector3& from, const UVector3& to) {
     return rotationMatrix(UVector3(n), std::atan2(s, from * to));
 }
 
-bool Matrix3::isNearIdentity() const {
+bool Matrix3::isNearIdentity() const noexcept {
     for (int i = 0; i < 9; ++i) {
         const bool near = i % 4 == 0 ? m_[i] >= kNearIdentityCos && m_[i] <= 2.0 - kNearIdentityCos
                                      : std::abs(m_[i]) <= kNormalCosDefault;
@@ -34,14 +38,14 @@ bool Matrix3::isNearIdentity() const {
     return true;
 }
 
-bool Matrix3::isNearZero() const {
+bool Matrix3::isNearZero() const noexcept {
     for (const double entry : m_) {
         if (!(std::abs(entry) < kDetTol)) return false;
     }
     return true;
 }
 
-UVector3 Matrix3::getRotationAxis() const {
+UVector3 Matrix3::getRotationAxis() const noexcept {
     const Vector3 moved[3] = {Vector3(m_[0] - 1.0, m_[3], m_[6]),
                               Vector3(m_[1], m_[4] - 1.0, m_[7]),
                               Vector3(m_[2], m_[5], m_[8] - 1.0)};
@@ -58,7 +62,7 @@ UVector3 Matrix3::getRotationAxis() const {
     return UVector3(column(k));
 }
 
-double Matrix3::getRotationAngle(const UVector3* axis) const {
+double Matrix3::getRotationAngle(const UVector3* axis) const noexcept {
     const UVector3 a = axis != nullptr ? *axis : getRotationAxis();
     int k = a.y < a.x ? 1 : 0;
     if (a.z < a.x && a.z < a.y) k = 2;
@@ -67,13 +71,12 @@ double Matrix3::getRotationAngle(const UVector3* axis) const {
     return std::atan2((p % q) * a, p * q);
 }
 
-Matrix3 Matrix3::getMatrixFromEigs(const double* eigs, const Vector3* vecs) {
+Matrix3 Matrix3::getMatrixFromEigs(const double* eigs, const Vector3* vecs) noexcept {
     const Matrix3 v(vecs[0], vecs[1], vecs[2]);
-    const Matrix3 d(eigs[0], 0.0, 0.0, 0.0, eigs[1], 0.0, 0.0, 0.0, eigs[2]);
-    return (v * d) * v.inverse();
+    return (v * diagonal(eigs[0], eigs[1], eigs[2])) * v.inverse();
 }
 
-int Matrix3::getNullspace(UVector3* out, bool force) const {
+int Matrix3::getNullspace(UVector3* out, bool force) const noexcept {
     if (std::abs(determinant()) > kDetTol && !force) return 0;
     if (isNearZero()) {
         out[0] = UVector3(1.0, 0.0, 0.0);
@@ -119,7 +122,13 @@ int Matrix3::getNullspace(UVector3* out, bool force) const {
     return writeBasisOf(UVector3(c[0] * u, c[1] * u, c[2] * u));
 }
 
-int Matrix3::getEigensystem(double* eigs, UVector3* vecs) const {
+int Matrix3::getEigensystem(double* eigs, UVector3* vecs) const noexcept {
     jacobiMethod(*this, eigs, vecs);
     return 3;
 }
+
+std::ostream& operator<<(std::ostream& os, const Matrix3& m) {
+    return os << "[" << m.row(0) << ", " << m.row(1) << ", " << m.row(2) << "]";
+}
+
+}  // namespace geomKit

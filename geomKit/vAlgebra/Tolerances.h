@@ -1,10 +1,14 @@
 /// @file
-/// The shared absolute tolerances. None is scaled to the data: a model measured in units in which
-/// 1e-8 is a visible length should be rescaled by its owner before it is passed in.
+/// The absolute tolerances that several classes share; one of a single class stands with that
+/// class. None is scaled to the data: a model measured in units in which 1e-8 is a visible length
+/// should be rescaled by its owner before it is passed in.
 #pragma once
 
+namespace geomKit {
+
 /// A component counts as zero when its absolute value is strictly below this. Also the margin of
-/// the segment end tests, the smallest usable discriminant and the slack of box validity.
+/// the segment end tests, the smallest usable discriminant, the smallest determinant that
+/// `Matrix::inverse` divides by and the slack of box validity.
 inline constexpr double kNullComponentTol = 1e-13;
 
 /// Two vectors are equal when the squared length of their difference is strictly below this, so
@@ -37,3 +41,5 @@ inline constexpr double kCrossSqTol = 1e-16;
 
 /// Smallest diagonal entry of a rotation that counts as near the identity: cosine of 0.03 degrees.
 inline constexpr double kNearIdentityCos = 0.999999863;
+
+}  // namespace geomKit

@@ -1,5 +1,7 @@
 #include "geomKit/vAlgebra/VectorS.h"
 
+namespace geomKit {
+
 const std::array<std::string, 3> SimpleTypeHandler<Vector3>::_attrs = {"x", "y", "z"};
 
 void SimpleTypeHandler<Vector3>::save(const Vector3& value, OutTag& tag) const {
@@ -15,3 +17,5 @@ void SimpleTypeHandler<Vector3>::load(Vector3& value, InTag& tag) const {
     tag.readAttr(_attrs[2], value.z);
     tag.readBody(nullptr, {});
 }
+
+}  // namespace geomKit

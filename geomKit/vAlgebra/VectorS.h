@@ -1,13 +1,15 @@
 /// @file
-/// The saved form of `Vector3`.
+/// The saved form of `Vector3`. The S in the file's name stands for serialization.
 #pragma once
 
 #include <array>
 #include <string>
 
 #include "geomKit/export.h"
+#include "geomKit/tags/SimpleTypeHandler.h"
 #include "geomKit/vAlgebra/Vector3.h"
-#include "host/tags/SimpleTypeHandler.h"
+
+namespace geomKit {
 
 /// A vector as one empty tag with the attributes "x", "y" and "z".
 ///
@@ -23,3 +25,5 @@ public:
     void save(const Vector3& value, OutTag& tag) const override;
     void load(Vector3& value, InTag& tag) const override;
 };
+
+}  // namespace geomKit

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace geomKit {
+
 namespace {
 
 constexpr int kMaxRotations = 51;
@@ -59,7 +61,7 @@ constexpr int kPivotColumn[3] = {1, 0, 0};
 }  // namespace
 
 bool jacobiRotation(const Matrix3& S, int& p, int& q, double& c, double& s, double& t,
-                    double& tau) {
+                    double& tau) noexcept {
     const double off[3] = {S(2, 1), S(2, 0), S(1, 0)};
     const int r = _pivotComplement(off);
     p = kPivotRow[r];
@@ -73,7 +75,7 @@ bool jacobiRotation(const Matrix3& S, int& p, int& q, double& c, double& s, doub
     return true;
 }
 
-bool jacobiMethod(const Matrix3& A, double* eigs, UVector3* vecs) {
+bool jacobiMethod(const Matrix3& A, double* eigs, UVector3* vecs) noexcept {
     double diag[3] = {(A(0, 0) + A(0, 0)) * 0.5, (A(1, 1) + A(1, 1)) * 0.5,
                       (A(2, 2) + A(2, 2)) * 0.5};
     const double off[3] = {(A(2, 1) + A(1, 2)) * 0.5, (A(2, 0) + A(0, 2)) * 0.5,
@@ -96,8 +98,8 @@ bool jacobiMethod(const Matrix3& A, double* eigs, UVector3* vecs) {
         }
         diag[p] -= rot.t * apq;
         diag[q] += rot.t * apq;
-        // arq is zero but for the first time; its addition would lengthen the chain of operations
-        // that each wait for the one before, which is what this loop's time consists of.
+        // arq is zero after the first rotation. Adding it then would change nothing, and would make
+        // every rotation longer: each operation of this loop waits for the one before.
         const double turned = rot.tau * arp;
         const double rp = arp - rot.s * (rotations == 0 ? arq + turned : turned);
         const double rq = arq + rot.s * (arp - rot.tau * arq);
@@ -112,10 +114,10 @@ bool jacobiMethod(const Matrix3& A, double* eigs, UVector3* vecs) {
             converged = true;
             break;
         }
-        // The entry (p, q) is zero now, so the next pivot is one of the other two: of equal ones
-        // the later, which leaves the smaller index over. After the second rotation the pivots go
-        // round and the branch is foreseen, since the new entries are cosine and sine times one
-        // value.
+        // The rotation has made the entry (p, q) zero, so the next pivot is the larger of the other
+        // two. Of equal ones it is the later, which leaves the smaller index over. From the second
+        // rotation on, the new entries are the cosine and the sine times one value, so that the
+        // pivots go round in turn and the processor predicts the branch.
         const bool pivotIsRp = sizeRp > sizeRq || (sizeRp == sizeRq && q < p);
         arq = 0.0;
         if (pivotIsRp) {
@@ -132,8 +134,9 @@ bool jacobiMethod(const Matrix3& A, double* eigs, UVector3* vecs) {
         }
     }
 
-    // A stable ascending sort by counting, without branches that nothing foretells. As in a sort of
-    // neighbours, a NaN in the middle leaves the outer two where they are.
+    // A stable ascending sort by counting. It has no branches, since their outcome would depend on
+    // the data at random. As in a sort that exchanges neighbours, a NaN in the middle leaves the
+    // outer two where they are.
     const int swap01 = diag[0] > diag[1] ? 1 : 0;
     const int swap12 = diag[1] > diag[2] ? 1 : 0;
     const int swap02 = (diag[0] > diag[2] ? 1 : 0) & (swap01 | swap12);
@@ -144,3 +147,5 @@ bool jacobiMethod(const Matrix3& A, double* eigs, UVector3* vecs) {
     }
     return converged;
 }
+
+}  // namespace geomKit

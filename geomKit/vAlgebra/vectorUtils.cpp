@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+namespace geomKit {
+
 namespace {
 
 constexpr double kTwoPi = 6.283185307179586;
@@ -18,7 +20,7 @@ Vector3 _smallestAxis(const Vector3& v) {
 
 }  // namespace
 
-void getBasis(const Vector3& v, Vector3& e1, Vector3& e2) {
+void getBasis(const Vector3& v, Vector3& e1, Vector3& e2) noexcept {
     const Vector3 seed = _smallestAxis(v);
     const UVector3 u1 = (seed - v * (seed * v)).normalize();
     const UVector3 u2 = (v % u1).normalize();
@@ -26,26 +28,28 @@ void getBasis(const Vector3& v, Vector3& e1, Vector3& e2) {
     e2 = u2;
 }
 
-double getAngleBetween(const Vector3& a, const Vector3& b, const Vector3& n) {
+double getAngleBetween(const Vector3& a, const Vector3& b, const Vector3& n) noexcept {
     const Vector3 c = a % b;
     const double angle = std::atan2(c.length(), a * b);
     return c * n < 0.0 ? kTwoPi - angle : angle;
 }
 
-bool samePlane(const Vector3& pA, const UVector3& nA, const Vector3& pB, const UVector3& nB) {
+bool samePlane(const Vector3& pA, const UVector3& nA, const Vector3& pB,
+               const UVector3& nB) noexcept {
     if (!nA.isParallel(nB, -1.0)) return false;
     const Vector3 d = pB - pA;
     return d.isNull() || nA.isNormal(d, -1.0);
 }
 
-double calcCurvature(const Vector3& d1, const Vector3& d2) {
+double calcCurvature(const Vector3& d1, const Vector3& d2) noexcept {
     const double q = d1.lengthSq();
     if (q < kNullComponentTol) return 0.0;
     const Vector3 w = d2 - d1 * ((d1 * d2) / q);
     return (w / q).length();
 }
 
-bool principalCurvatures(const Vector3* d1, const Vector3* d2, double* kMin, double* kMax) {
+bool principalCurvatures(const Vector3* d1, const Vector3* d2, double* kMin,
+                         double* kMax) noexcept {
     const Vector3& su = d1[0];
     const Vector3& sv = d1[1];
     Vector3 n = su % sv;
@@ -72,3 +76,5 @@ bool principalCurvatures(const Vector3* d1, const Vector3* d2, double* kMin, dou
 std::ostream& operator<<(std::ostream& os, const Vector3& v) {
     return os << "(" << v.x << ", " << v.y << ", " << v.z << ")";
 }
+
+}  // namespace geomKit

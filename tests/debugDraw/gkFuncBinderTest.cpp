@@ -6,6 +6,8 @@
 #include "geomKit/debugDraw/gkFuncBinder.h"
 #include "geomKit/vAlgebra/vectorUtils.h"
 
+using namespace geomKit;
+
 namespace {
 
 /// What the callbacks were called with, as text.

@@ -8,11 +8,15 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
-#include "host/tags/loadDocument.h"
-#include "host/tags/saveDocument.h"
+#include "geomKit/tags/SerializableFactory.h"
+#include "geomKit/tags/loadDocument.h"
+#include "geomKit/tags/saveDocument.h"
+
+using namespace geomKit;
 
 namespace {
 
@@ -48,29 +52,43 @@ bool loadsBack(const std::vector<MeshFunction2D::Point>& points) {
                        [](const auto& p) { return loadsBack(p.u) && loadsBack(p.v); });
 }
 
+/// A class that no mesh function is.
+class Other : public Serializable {};
+
+const SerializableFactory<Other> kFactory("Other");
+
+/// Saves by both ways, to memory and to a stream, which must agree.
 std::string saved(const Serializable& object) {
+    SavedDocumentText result = saveDocumentText(object);
+    require(static_cast<bool>(result));
     std::ostringstream document;
-    require(saveDocument(object, document));
-    return document.str();
+    require(static_cast<bool>(saveDocument(object, document)));
+    require(document.str() == result.document);
+    return std::move(result.document);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const LoadedDocument loaded =
-        loadDocument(std::string_view(reinterpret_cast<const char*>(data), size));
-    require(loaded.object != nullptr || !loaded.report.isClean());
-    loaded.report.text();
-    const auto* function = dynamic_cast<const MeshFunction2D*>(loaded.object.get());
-    if (function == nullptr) return 0;
-    query(*function);
-    function->check().text();
-    const std::unique_ptr<MeshFunction2D> copy(function->copy());
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const LoadedDocument any = loadDocumentText(text);
+    require(any || !any.report.isClean());
+    std::istringstream stream{std::string(text)};
+    const LoadedDocument loaded = loadDocument<MeshFunction2D>(stream);
+    require(loaded || !loaded.report.isClean());
+    static_cast<void>(loaded.text());
+    const bool isFunction = dynamic_cast<const MeshFunction2D*>(any.object.get()) != nullptr;
+    require(isFunction == (loaded.object != nullptr));
+    if (!loaded) return 0;
+    const MeshFunction2D& function = *loaded.object;
+    query(function);
+    static_cast<void>(function.check().text());
+    const std::unique_ptr<MeshFunction2D> copy(function.copy());
     query(*copy);
 
     const std::string document = saved(*copy);
-    const LoadedDocument again = loadDocument(document);
-    require(again.object != nullptr);
+    const LoadedDocument again = loadDocumentText<MeshFunction2D>(document);
+    require(static_cast<bool>(again));
     if (loadsBack(copy->params) && loadsBack(copy->values)) {
         require(again.report.isClean());
         require(saved(*again.object) == document);

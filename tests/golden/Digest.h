@@ -2,50 +2,12 @@
 /// Digests of the library's answers: the same bits from every compiler, level and CPU family.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
 
 #include "geomKit/geomKit.h"
-
-/// Reproducible inputs: the standard distributions differ between standard libraries. One draw an
-/// expression, or a list in braces: compilers differ in the order of a call's arguments.
-class InputSource {
-public:
-    explicit InputSource(std::uint64_t seed) : state_(seed) {}
-
-    std::uint64_t bits() {
-        std::uint64_t z = (state_ += 0x9e3779b97f4a7c15u);
-        z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9u;
-        z = (z ^ (z >> 27)) * 0x94d049bb133111ebu;
-        return z ^ (z >> 31);
-    }
-    /// In [lo, hi).
-    double uniform(double lo, double hi) {
-        return lo + (hi - lo) * (static_cast<double>(bits() >> 11) * 0x1p-53);
-    }
-    int index(int count) { return static_cast<int>(bits() % static_cast<std::uint64_t>(count)); }
-    Vector3 vector(double size) {
-        return Vector3{uniform(-size, size), uniform(-size, size), uniform(-size, size)};
-    }
-    /// Of whole numbers, of which sums and products are exact.
-    Vector3 whole(int size) {
-        return Vector3{index(2 * size + 1) - 1.0 * size, index(2 * size + 1) - 1.0 * size,
-                       index(2 * size + 1) - 1.0 * size};
-    }
-    template <std::size_t N>
-    std::array<Vector3, N> vectors(double size) {
-        std::array<Vector3, N> all;
-        for (Vector3& v : all)
-            v = vector(size);
-        return all;
-    }
-    Matrix3 matrix(double size) { return Matrix3{vector(size), vector(size), vector(size)}; }
-
-private:
-    std::uint64_t state_;
-};
+#include "tests/reference/InputSource.h"
 
 /// The digest of one family of functions: hashes over the bits of everything added. Every NaN
 /// hashes alike: which NaN an operation yields is not IEEE's to say.
@@ -81,13 +43,13 @@ private:
             Hash bits = 0x7ff8000000000000u;
             if (wide == wide) std::memcpy(&bits, &wide, sizeof bits);
             mix(hash, bits);
-        } else if constexpr (std::is_base_of_v<Vector3, T>) {
+        } else if constexpr (std::is_base_of_v<geomKit::Vector3, T>) {
             for (int i = 0; i < 3; ++i)
                 mix(hash, value[i]);
-        } else if constexpr (std::is_same_v<Matrix3, T>) {
+        } else if constexpr (std::is_same_v<geomKit::Matrix3, T>) {
             for (int j = 0; j < 3; ++j)
                 mix(hash, value.column(j));
-        } else if constexpr (std::is_same_v<Matrix, T>) {
+        } else if constexpr (std::is_same_v<geomKit::Matrix, T>) {
             for (int i = 0; i < 16; ++i)
                 mix(hash, value(i / 4, i % 4));
         } else {

@@ -2,6 +2,8 @@
 
 #include "tests/golden/Digest.h"
 
+using namespace geomKit;
+
 namespace {
 
 void addFields(Digest& digest, InputSource& in, int i) {
@@ -18,8 +20,8 @@ void addFields(Digest& digest, InputSource& in, int i) {
     digest.add(field.weights, field.offset, field.linear, field.metZeroPivot());
     auto points = in.vectors<20>(2.0);
     double values[20];
-    field.evaluate(points.data(), values, 20);
-    field.getGradient(points.data(), points.data(), 20);
+    field.evaluate(points.data(), 20, values);
+    field.getGradient(points.data(), 20, points.data());
     digest.add(field.maxResidual(samples));
     for (std::size_t k = 0; k < 20; ++k)
         digest.add(values[k], points[k]);

@@ -3,6 +3,8 @@
 
 #include "tests/golden/Digest.h"
 
+using namespace geomKit;
+
 namespace {
 
 using Point = ktNM::vect2<double>;

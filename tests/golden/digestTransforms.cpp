@@ -2,6 +2,8 @@
 
 #include "tests/golden/Digest.h"
 
+using namespace geomKit;
+
 namespace {
 
 Transform similarity(InputSource& in) {
@@ -69,9 +71,9 @@ void addSkin(Digest& digest, InputSource& in, int /*i*/) {
         }
     }
     std::vector<Vector3> positions(vertices);
-    skeleton.transformVertices(0, vertices, &mesh, positions.data());
+    skeleton.transformVertices(&mesh, 0, vertices, positions.data());
     digest.add(positions);
-    skeleton.transformVertices(0, vertices, &mesh, normals.data(), positions.data(),
+    skeleton.transformVertices(&mesh, normals.data(), 0, vertices, positions.data(),
                                normals.data());
     for (std::size_t v = 0; v < vertices; ++v)
         digest.add(positions[v], normals[v]);

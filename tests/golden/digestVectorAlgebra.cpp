@@ -1,5 +1,7 @@
 #include "tests/golden/Digest.h"
 
+using namespace geomKit;
+
 namespace {
 
 void addVectors(Digest& digest, InputSource& in, int /*i*/) {

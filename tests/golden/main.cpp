@@ -5,6 +5,8 @@
 
 #include "tests/golden/Digest.h"
 
+using namespace geomKit;
+
 void Digest::print(const char* name) const {
     if (ieee_ != kEmpty) std::printf("%-28s %016" PRIx64 "\n", name, ieee_);
     if (math_ != kEmpty) std::printf("%-28s %016" PRIx64 " math-library\n", name, math_);

@@ -2,6 +2,8 @@
 
 #include "tests/vAlgebra/ExpectNear.h"
 
+using namespace geomKit;
+
 namespace {
 
 double valueAt(const ImplEllipsoid& ellipsoid, const Vector3& p) {

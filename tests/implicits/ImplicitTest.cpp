@@ -1,5 +1,7 @@
-#include "bench/implicits/plainElimination.h"
+#include "tests/reference/plainElimination.h"
 #include "tests/support.h"
+
+using namespace geomKit;
 
 namespace {
 
@@ -97,9 +99,9 @@ TEST(Implicit, ThreadsOverArraysGiveTheBitsOfPlainSums) {
             inThreads(2, [&](int part) {
                 const std::size_t begin = part == 0 ? 0 : count / 2;
                 const std::size_t size = part == 0 ? count / 2 : count - count / 2;
-                field.evaluate(points.data() + begin, values.data() + begin, size);
+                field.evaluate(points.data() + begin, size, values.data() + begin);
                 Vector3* const inPlace = gradients.data() + begin;
-                field.getGradient(inPlace, inPlace, size);
+                field.getGradient(inPlace, size, inPlace);
             });
             for (std::size_t i = 0; i < count; ++i) {
                 const Vector3& p = points[i];

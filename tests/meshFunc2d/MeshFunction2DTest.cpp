@@ -2,6 +2,8 @@
 
 #include "tests/meshFunc2d/TestMeshes.h"
 
+using namespace geomKit;
+
 namespace {
 
 /// The documented evaluation: the whole list of the cell, in order.

@@ -35,7 +35,7 @@ struct TestMesh {
         addFacet(a, b, addVertex(r));
     }
 
-    MeshFunction2D function() const { return {params, values, facets, normaldots}; }
+    geomKit::MeshFunction2D function() const { return {params, values, facets, normaldots}; }
 };
 
 /// A jittered grid of n x n vertices over a square; `keep(i, j)`, if any, chooses its cells.
@@ -69,11 +69,11 @@ inline TestMesh soup(std::string name, int count, double size, double thickness)
     for (int f = 0; f < count; ++f) {
         // From specks to facets that span everything.
         const double reach = size * std::exp(in.uniform(-6.0, 0.5));
-        const Vector3 centre = in.vector(size);
-        const Vector3 d = in.vector(reach);
-        const Vector3 e = in.vector(reach);
+        const geomKit::Vector3 centre = in.vector(size);
+        const geomKit::Vector3 d = in.vector(reach);
+        const geomKit::Vector3 e = in.vector(reach);
         const double s = in.uniform(0.0, 1.0);
-        const Vector3 third = centre + d * s + e * thickness;
+        const geomKit::Vector3 third = centre + d * s + e * thickness;
         mesh.addTriangle({centre.x, centre.y}, {centre.x + d.x, centre.y + d.y},
                          {third.x, third.y});
         const int a = 3 * f;
@@ -93,15 +93,15 @@ Answer answer(const Query& query) {
     return {found ? 1.0 : 0.0, value.u, value.v, cosine};
 }
 
-inline Answer evaluated(const MeshFunction2D& f, const Point& p) {
+inline Answer evaluated(const geomKit::MeshFunction2D& f, const Point& p) {
     return answer([&](Point* value, float* cosine) { return f.evaluate(p, value, cosine); });
 }
 
-inline Answer extrapolated(const MeshFunction2D& f, const Point& p) {
+inline Answer extrapolated(const geomKit::MeshFunction2D& f, const Point& p) {
     return answer([&](Point* value, float* cosine) { return f.extrapolate(p, value, cosine); });
 }
 
-inline Answer inFacet(const MeshFunction2D& f, int facet, const Point& p, bool strict) {
+inline Answer inFacet(const geomKit::MeshFunction2D& f, int facet, const Point& p, bool strict) {
     const int* corner = &f.facets[3 * static_cast<std::size_t>(facet)];
     return answer([&](Point* value, float* cosine) {
         return f.iEvalInFacet(corner[0], corner[1], corner[2], p, value, cosine, strict);

@@ -2,6 +2,8 @@
 
 #include "tests/meshFunc2d/TestMeshes.h"
 
+using namespace geomKit;
+
 namespace {
 
 struct Chain {

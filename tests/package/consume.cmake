@@ -9,7 +9,7 @@ endfunction()
 # The sources are copied, so that no include path leads back to the headers of the source tree.
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(COPY "${CMAKE_CURRENT_LIST_DIR}/consumer/" DESTINATION "${WORK_DIR}")
-file(COPY "${SOURCE_DIR}/tests/golden" DESTINATION "${WORK_DIR}/tests")
+file(COPY "${SOURCE_DIR}/tests/golden" "${SOURCE_DIR}/tests/reference" DESTINATION "${WORK_DIR}/tests")
 
 if(WAY STREQUAL "pkg-config")
   set(ENV{PKG_CONFIG_PATH} "${PREFIX}/${LIBDIR}/pkgconfig")

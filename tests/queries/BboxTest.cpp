@@ -1,5 +1,7 @@
 #include "tests/support.h"
 
+using namespace geomKit;
+
 namespace {
 
 Bbox box(const Vector3& lo, const Vector3& hi) {

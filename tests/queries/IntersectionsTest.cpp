@@ -2,6 +2,8 @@
 
 #include "tests/support.h"
 
+using namespace geomKit;
+
 namespace {
 
 // Every dot, cross and triple product of such small whole numbers is exact, so that the sign of one

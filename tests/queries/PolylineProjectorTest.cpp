@@ -2,6 +2,8 @@
 
 #include "tests/support.h"
 
+using namespace geomKit;
+
 namespace {
 
 using Points = std::vector<Vector3>;

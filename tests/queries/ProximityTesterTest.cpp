@@ -1,5 +1,7 @@
 #include "tests/support.h"
 
+using namespace geomKit;
+
 namespace {
 
 TEST(ProximityTester, NeverLosesANearQueryNorAcceptsOneBeyondTwoCells) {

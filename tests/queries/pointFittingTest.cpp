@@ -2,6 +2,8 @@
 
 #include "tests/support.h"
 
+using namespace geomKit;
+
 namespace {
 
 TEST(PointFitting, AgreesWithTheSingularVectors) {

@@ -1,7 +1,9 @@
 #include <array>
 
-#include "bench/queries/literalCubic.h"
+#include "tests/reference/literalCubic.h"
 #include "tests/support.h"
+
+using namespace geomKit;
 
 namespace {
 

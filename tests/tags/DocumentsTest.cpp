@@ -1,8 +1,10 @@
 #include <fstream>
 
-#include "host/tags/getSingularName.h"
+#include "geomKit/tags/getSingularName.h"
 #include "tests/tags/Rig.h"
 #include "tests/tags/documents.h"
+
+using namespace geomKit;
 
 namespace {
 

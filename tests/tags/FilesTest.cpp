@@ -1,6 +1,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -10,9 +11,15 @@
 #include "tests/tags/Rig.h"
 #include "tests/tags/documents.h"
 
+using namespace geomKit;
+
 namespace fs = std::filesystem;
 
 namespace {
+
+/// Less than a new file has.
+constexpr fs::perms kRestricted =
+    fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
 
 class Files : public testing::Test {
 protected:
@@ -21,12 +28,35 @@ protected:
     }
     ~Files() override { fs::remove_all(folder_); }
 
-    std::size_t count() const {
-        return static_cast<std::size_t>(
-            std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
+    std::set<fs::path> content() const {
+        return {fs::directory_iterator(folder_), fs::directory_iterator()};
     }
 
     fs::path folder_;
+};
+
+/// Looks at the folder while it is saved.
+class Watcher : public Bone {
+public:
+    mutable std::set<fs::path> seen;
+    mutable fs::perms permissions{};
+    fs::path folder;
+
+    void save(OutTag& tag) const override {
+        seen.clear();
+        for (const fs::path& path : fs::directory_iterator(folder)) {
+            if (path.extension() == ".xml") continue;
+            seen.insert(path.filename());
+            permissions = fs::status(path).permissions();
+        }
+        Bone::save(tag);
+    }
+};
+
+const SerializableFactory<Watcher> kWatcherFactory("Watcher");
+
+class Unflushable : public std::streambuf {
+    int sync() override { return -1; }
 };
 
 Bone boneAt(double x) {
@@ -36,22 +66,49 @@ Bone boneAt(double x) {
 }
 
 double tipOf(const fs::path& path) {
-    const LoadedDocument loaded = loadDocumentFile(path);
-    EXPECT_TRUE(loaded.report.isClean()) << loaded.report.text();
-    return dynamic_cast<const Bone&>(*loaded.object).tip.x;
+    const LoadedDocument loaded = loadDocumentFile<Bone>(path);
+    EXPECT_EQ(loaded.text(), path.string() + ": loaded without problems");
+    return loaded ? loaded.object->tip.x : HUGE_VAL;
 }
 
 TEST_F(Files, SavingReplacesTheFile) {
     const fs::path path = folder_ / "bone.xml";
-    EXPECT_TRUE(saveDocumentFile(boneAt(1), path));
+    EXPECT_EQ(saveDocumentFile(boneAt(1), path).text(), path.string() + ": saved");
     EXPECT_EQ(tipOf(path), 1.0);
-    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
+    fs::permissions(path, kRestricted);
     fs::create_symlink("bone.xml", folder_ / "link.xml");
     EXPECT_TRUE(saveDocumentFile(boneAt(2), folder_ / "link.xml"));
     EXPECT_EQ(tipOf(path), 2.0);
     EXPECT_TRUE(fs::is_symlink(folder_ / "link.xml"));
-    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_EQ(count(), 2u);
+    EXPECT_EQ(fs::status(path).permissions(), kRestricted);
+    EXPECT_EQ(content().size(), 2u);
+}
+
+TEST_F(Files, TheTemporaryFileIsPrivateAndOverwritesNoOther) {
+    const fs::path path = folder_ / "bone.xml";
+    ASSERT_TRUE(saveDocumentFile(boneAt(1), path));
+    fs::permissions(path, kRestricted);
+    Watcher watcher;
+    watcher.folder = folder_;
+    ASSERT_TRUE(saveDocumentFile(watcher, path));
+    ASSERT_EQ(watcher.seen.size(), 1u);
+    EXPECT_EQ(watcher.permissions, kRestricted);
+
+    // Somebody else has the names that would be next.
+    const std::string name = watcher.seen.begin()->string();
+    const std::size_t digits = name.find_last_not_of("0123456789") + 1;
+    for (int i = 1; i <= 3; ++i) {
+        const int number = std::stoi(name.substr(digits)) + i;
+        std::ofstream(folder_ / (name.substr(0, digits) + std::to_string(number))) << "theirs";
+    }
+    const std::set<fs::path> before = content();
+    ASSERT_TRUE(saveDocumentFile(watcher, path));
+    EXPECT_EQ(watcher.seen.size(), 4u);
+    EXPECT_EQ(content(), before);
+    for (const fs::path& theirs : before) {
+        if (theirs == path) continue;
+        EXPECT_EQ(fs::file_size(theirs), 6u) << theirs;
+    }
 }
 
 TEST_F(Files, SavingToWhatNoFileMayReplace) {
@@ -78,16 +135,24 @@ TEST_F(Files, SavingToWhatNoFileMayReplace) {
 TEST_F(Files, StreamsThatThrowDoNot) {
     std::ofstream closed;
     closed.exceptions(std::ios::badbit | std::ios::failbit);
-    EXPECT_FALSE(saveDocument(boneAt(1), closed));
+    EXPECT_EQ(saveDocument(boneAt(1), closed).text(), "the stream failed");
+    Unflushable buffer;
+    std::ostream tied(&buffer);
+    tied.exceptions(std::ios::badbit);
+    std::ostringstream out;
+    out.tie(&tied);
+    EXPECT_EQ(saveDocument(boneAt(1), out).text(), "the stream failed");
     std::istringstream document(saved(boneAt(1)));
     document.exceptions(std::ios::failbit | std::ios::eofbit);
-    EXPECT_NE(loadDocument(document).object, nullptr);
+    EXPECT_TRUE(loadDocument<Bone>(document));
     EXPECT_EQ(document.exceptions(), std::ios::failbit | std::ios::eofbit);
+    EXPECT_EQ(loadDocument(document).text(), "the stream could not be read; nothing was loaded");
 }
 
 TEST_F(Files, AFailedSaveLeavesTheOldFileWhole) {
-    const fs::path path = folder_ / "bone.xml";
-    ASSERT_TRUE(saveDocumentFile(boneAt(1), path));
+    const fs::path path = folder_ / "link.xml";
+    ASSERT_TRUE(saveDocumentFile(boneAt(1), folder_ / "bone.xml"));
+    fs::create_symlink("bone.xml", path);
     Bone large = boneAt(2);
     large.children.resize(10000);
 
@@ -97,34 +162,79 @@ TEST_F(Files, AFailedSaveLeavesTheOldFileWhole) {
     const rlimit small = {100000, limit.rlim_max};
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    std::string problem;
-    EXPECT_FALSE(saveDocumentFile(large, path, &problem));
+    const SavedDocument result = saveDocumentFile(large, path);
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, handler);
 
-    EXPECT_EQ(problem, "the file could not be written");
+    EXPECT_EQ(result.text(), path.string() + ": the file could not be written: File too large");
     EXPECT_EQ(tipOf(path), 1.0);
-    EXPECT_EQ(count(), 1u) << "a temporary file is left";
+    EXPECT_EQ(content().size(), 2u) << "a temporary file is left";
 }
 
-TEST_F(Files, WhatCannotBeDone) {
-    struct Unregistered : Bone {};
-    std::string problem;
-    EXPECT_FALSE(saveDocumentFile(Unregistered(), folder_ / "a.xml", &problem));
-    EXPECT_EQ(problem, "the object's class is not registered");
-    EXPECT_FALSE(saveDocumentFile(boneAt(1), folder_ / "none" / "a.xml", &problem));
-    EXPECT_EQ(problem, "the file could not be written");
+TEST_F(Files, WhatCannotBeDoneIsToldWithTheSystemsReason) {
+    const fs::path locked = folder_ / "locked";
     fs::create_directories(folder_ / "folder" / "within");
-    EXPECT_FALSE(saveDocumentFile(boneAt(1), folder_ / "folder", &problem));
-    EXPECT_EQ(problem, "the written file could not take the place of the old one");
-    EXPECT_EQ(count(), 1u);
-
-    for (const fs::path& path : {folder_ / "none.xml", folder_}) {
-        const LoadedDocument loaded = loadDocumentFile(path);
-        EXPECT_EQ(loaded.object, nullptr);
-        ASSERT_EQ(loaded.report.problems.size(), 1u);
-        EXPECT_EQ(loaded.report.problems[0].line, 0u);
+    fs::create_directories(locked);
+    std::ofstream(locked / "bone.xml") << "unreadable";
+    fs::permissions(locked / "bone.xml", fs::perms::none);
+    fs::permissions(locked, fs::perms::owner_read | fs::perms::owner_exec);
+    const bool obeysPermissions = !std::ifstream(locked / "bone.xml").is_open();
+    struct Row {
+        fs::path path;
+        std::errc reason;
+        std::string text;
+        bool isPossible = true;
+    };
+    const std::string noTemporary = "no temporary file could be made in its folder: ";
+    const Row saves[] = {
+        {folder_ / "none" / "a.xml", std::errc::no_such_file_or_directory,
+         noTemporary + "No such file or directory"},
+        {folder_ / "folder", std::errc::is_a_directory,
+         "the file could not be opened: Is a directory"},
+        {locked / "a.xml", std::errc::permission_denied, noTemporary + "Permission denied",
+         obeysPermissions},
+        {"/dev/full", std::errc::no_space_on_device,
+         "the file could not be written: No space left on device", fs::exists("/dev/full")},
+    };
+    const Row loads[] = {
+        {folder_ / "none.xml", std::errc::no_such_file_or_directory,
+         "the file could not be opened: No such file or directory; nothing was loaded"},
+        {folder_, std::errc::is_a_directory,
+         "the file could not be read: Is a directory; nothing was loaded"},
+        {locked / "bone.xml", std::errc::permission_denied,
+         "the file could not be opened: Permission denied; nothing was loaded", obeysPermissions},
+    };
+    const auto expect = [](const Row& row, const auto& result) {
+        SCOPED_TRACE(row.path);
+        EXPECT_FALSE(result);
+        EXPECT_EQ(result.reason, row.reason);
+        EXPECT_EQ(result.text(), row.path.string() + ": " + row.text);
+    };
+    for (const Row& row : saves) {
+        if (row.isPossible) expect(row, saveDocumentFile(boneAt(1), row.path));
     }
+    for (const Row& row : loads) {
+        if (row.isPossible) expect(row, loadDocumentFile(row.path));
+    }
+    EXPECT_EQ(content().size(), 2u);
+    fs::permissions(locked, fs::perms::owner_all);
+}
+
+TEST_F(Files, EachProblemOfAFileBeginsWithItsName) {
+    const fs::path path = folder_ / "bone.xml";
+    std::ofstream(path) << "<Bone/>";
+    const std::string start = path.string() + ": line 1, column 1, Bone: missing tag ";
+    EXPECT_EQ(loadDocumentFile(path).text(), start + "\"tip\"; the field keeps its value\n" +
+                                                 start + "\"children\"; the field keeps its value");
+}
+
+TEST_F(Files, AClassThatIsNotRegisteredIsNotSaved) {
+    struct Unregistered : Bone {};
+    const SavedDocumentText result = saveDocumentText(Unregistered());
+    EXPECT_EQ(result.text(), "the object's class is not registered");
+    EXPECT_EQ(result.document, "");
+    EXPECT_FALSE(saveDocumentFile(Unregistered(), folder_ / "a.xml"));
+    EXPECT_TRUE(content().empty());
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 #include "tests/meshFunc2d/TestMeshes.h"
 #include "tests/tags/documents.h"
 
+using namespace geomKit;
+
 namespace {
 
 TEST(MeshFunction2DS, FormOfTheDocument) {

@@ -8,6 +8,8 @@
 #include "tests/tags/Rig.h"
 #include "tests/tags/documents.h"
 
+using namespace geomKit;
+
 namespace {
 
 /// The given numbers and many of random bits, with every kind of NaN.

@@ -5,6 +5,8 @@
 #include "tests/tags/Rig.h"
 #include "tests/tags/documents.h"
 
+using namespace geomKit;
+
 namespace {
 
 std::string nested(int levels, const std::string& open, const std::string& close) {
@@ -29,7 +31,7 @@ TEST(Reports, LegalAndFaultyDocuments) {
     int count = 0;
     for (std::string document; !(document = block("====")).empty(); ++count) {
         std::istringstream expected(block("----"));
-        const LoadedDocument loaded = loadDocument(document);
+        const LoadedDocument loaded = loadDocumentText(document);
         std::string report;
         while (std::getline(expected, line)) {
             if (line == "nothing") {
@@ -44,6 +46,29 @@ TEST(Reports, LegalAndFaultyDocuments) {
         EXPECT_EQ(loaded.report.text(), report) << document;
     }
     EXPECT_EQ(count, 22);
+}
+
+TEST(Reports, TheClassThatWasFoundAndTheOneThatWasWanted) {
+    struct NoFactory : Serializable {};
+    EXPECT_TRUE(loadDocumentText<Bone>(saved(Rig()))) << "a derived class fits";
+    const std::string document = "\n <Bone/>";
+    const LoadedDocument<Rig> loaded = loadDocumentText<Rig>(document);
+    EXPECT_FALSE(loaded);
+    EXPECT_EQ(loaded.text(),
+              "line 2, column 2, Bone: class \"Bone\" was found where class \"Rig\" was wanted; "
+              "nothing was loaded");
+    EXPECT_FALSE(loadDocumentText<NoFactory>(document));
+}
+
+TEST(Reports, ATagWithAnEmptyReaderIsSkippedInSilence) {
+    struct Renewed : Serializable {
+        void load(InTag& tag, boost::intrusive_ptr<Field> /*field*/) override {
+            tag.readBody(nullptr, {{"old", nullptr}});
+        }
+    };
+    const SerializableFactory<Renewed> factory("Renewed");
+    EXPECT_EQ(loadDocumentText("<Renewed><old a='1'>2</old></Renewed>").text(),
+              "loaded without problems");
 }
 
 TEST(Reports, TooDeepTooManyAndAZeroByte) {
@@ -70,18 +95,18 @@ TEST(Reports, TooDeepTooManyAndAZeroByte) {
     EXPECT_EQ(report.problems.size(), LoadReport::kMaxProblems);
     EXPECT_EQ(report.omitted, 1000 - LoadReport::kMaxProblems);
 
-    const LoadedDocument cut = loadDocument("<Bone>" + tip + "</Bone>\n" + '\0' + "<x/>");
-    EXPECT_EQ(cut.object, nullptr);
-    EXPECT_EQ(cut.report.problems[0].text(),
-              "line 2, column 1, not well-formed: a zero byte; nothing was loaded");
+    const LoadedDocument cut = loadDocumentText("<Bone>" + tip + "</Bone>\n" + '\0' + "<x/>");
+    EXPECT_FALSE(cut);
+    EXPECT_EQ(cut.text(), "line 2, column 1, not well-formed: a zero byte; nothing was loaded");
 }
 
 TEST(Reports, NoPrefixOfADocumentLoads) {
     const std::string text =
         saved(MeshFunction2D({{0, 0}, {1, 0}, {0, 1}}, {{0, 0}, {1, 0}, {0, 1}}, {0, 1, 2}, {}));
     for (std::size_t size = 0; size + 2 < text.size(); ++size) {
-        const LoadedDocument loaded = loadDocument(std::string_view(text).substr(0, size));
-        ASSERT_TRUE(loaded.object == nullptr && !loaded.report.isClean()) << size;
+        const LoadedDocument loaded = loadDocumentText(std::string_view(text).substr(0, size));
+        ASSERT_FALSE(loaded) << size;
+        ASSERT_FALSE(loaded.report.isClean()) << size;
     }
 }
 

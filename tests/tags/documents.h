@@ -7,32 +7,31 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <gtest/gtest.h>
 
-#include "host/tags/loadDocument.h"
-#include "host/tags/saveDocument.h"
+#include "geomKit/tags/loadDocument.h"
+#include "geomKit/tags/saveDocument.h"
 
-inline std::string saved(const Serializable& object) {
-    std::ostringstream out;
-    EXPECT_TRUE(saveDocument(object, out));
-    return out.str();
+inline std::string saved(const geomKit::Serializable& object) {
+    geomKit::SavedDocumentText result = geomKit::saveDocumentText(object);
+    EXPECT_TRUE(result) << result.text();
+    return std::move(result.document);
 }
 
 /// The object of a document, which must be of the class; the report must be clean unless it is
 /// asked for.
 template <typename T>
-std::unique_ptr<T> loadedAs(std::string_view document, LoadReport* report = nullptr) {
-    LoadedDocument loaded = loadDocument(document);
+std::unique_ptr<T> loadedAs(std::string_view document, geomKit::LoadReport* report = nullptr) {
+    geomKit::LoadedDocument loaded = geomKit::loadDocumentText<T>(document);
     if (report == nullptr) {
-        EXPECT_TRUE(loaded.report.isClean()) << loaded.report.text();
+        EXPECT_TRUE(loaded.report.isClean()) << loaded.text();
     } else {
         *report = loaded.report;
     }
-    T* object = dynamic_cast<T*>(loaded.object.get());
-    EXPECT_NE(object, nullptr) << loaded.report.text();
-    if (object != nullptr) loaded.object.release();
-    return std::unique_ptr<T>(object);
+    EXPECT_TRUE(loaded) << loaded.text();
+    return std::move(loaded.object);
 }
 
 /// The process-wide locale with a decimal comma, as long as it lives.

@@ -4,12 +4,14 @@
 
 #include <dlfcn.h>
 
-#include "host/tags/loadDocument.h"
+#include "geomKit/tags/loadDocument.h"
+
+using namespace geomKit;
 
 int main(int argc, char** argv) {
     constexpr const char* kDocument = "<MeshFunction2D/>";
     if (argc > 1) {
-        if (loadDocument(kDocument).object != nullptr) {
+        if (loadDocumentText(kDocument)) {
             std::puts("registered before the library was opened");
             return 1;
         }
@@ -18,7 +20,7 @@ int main(int argc, char** argv) {
             return 1;
         }
     }
-    const LoadedDocument loaded = loadDocument(kDocument);
-    std::fputs(loaded.report.text().c_str(), stdout);
-    return loaded.object == nullptr ? 1 : 0;
+    const LoadedDocument loaded = loadDocumentText(kDocument);
+    std::puts(loaded.text().c_str());
+    return loaded ? 0 : 1;
 }

@@ -1,5 +1,7 @@
 #include "tests/transforms/oracle.h"
 
+using namespace geomKit;
+
 namespace {
 
 /// Linear part R U of a proper rotation and a positive stretch.

@@ -1,5 +1,7 @@
 #include "tests/transforms/oracle.h"
 
+using namespace geomKit;
+
 namespace {
 
 TEST(Matrix, AgreesWithEigen) {

@@ -1,5 +1,7 @@
 #include "tests/transforms/oracle.h"
 
+using namespace geomKit;
+
 namespace {
 
 using Influences = std::vector<BaseDisplayData::Influence>;
@@ -90,9 +92,11 @@ struct Crowd {
     /// By the range members; normals in place for an odd `first`.
     void skinRange(int first, int last, Skin& out) const {
         const UVector3* normals = first % 2 == 0 ? rest.normals.data() : out.normals.data();
-        skeleton.transformVertices(first, last, &mesh, out.points.data());
-        skeleton.transformVertices(first, last, &mesh, normals, out.positions.data(),
-                                   out.normals.data());
+        const auto start = static_cast<std::size_t>(first);
+        const std::size_t count = last > first ? static_cast<std::size_t>(last - first) : 0;
+        skeleton.transformVertices(&mesh, start, count, out.points.data() + start);
+        skeleton.transformVertices(&mesh, normals + start, start, count,
+                                   out.positions.data() + start, out.normals.data() + start);
     }
 
     /// True when `skin` is, bit for bit, what the one-vertex members make of the range, and at rest

@@ -4,6 +4,8 @@
 
 #include "tests/vAlgebra/ExpectNear.h"
 
+namespace geomKit {
+
 inline Eigen::Matrix4d eigen(const Matrix& m) {
     return Eigen::Matrix4d::NullaryExpr(
         [&](auto i, auto j) { return m(static_cast<int>(i), static_cast<int>(j)); });
@@ -30,3 +32,5 @@ void expectBlendsEnd(const T& a, const T& b, double tolerance) {
     for (const double t : {1.0, 7.0})
         EXPECT_LE(distance(T::interpolate(a, b, t), b), tolerance);
 }
+
+}  // namespace geomKit

@@ -6,6 +6,8 @@
 
 #include "tests/support.h"
 
+namespace geomKit {
+
 template <typename E>
 Eigen::MatrixXd eigen(const Eigen::MatrixBase<E>& e) {
     return e;
@@ -28,3 +30,5 @@ template <typename A, typename B>
 void expectNear(const A& a, const B& b, double tolerance) {
     EXPECT_LE(distance(a, b), tolerance);
 }
+
+}  // namespace geomKit

@@ -1,5 +1,7 @@
 #include "tests/vAlgebra/ExpectNear.h"
 
+using namespace geomKit;
+
 namespace {
 
 const double kPi = 4.0 * std::atan(1.0);

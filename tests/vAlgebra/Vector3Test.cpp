@@ -1,5 +1,7 @@
 #include "tests/vAlgebra/ExpectNear.h"
 
+using namespace geomKit;
+
 namespace {
 
 // The zero test is strict and per component: one component at the tolerance makes a direction.

@@ -1,5 +1,7 @@
 #include "tests/vAlgebra/ExpectNear.h"
 
+using namespace geomKit;
+
 namespace {
 
 // The iteration stops at an off-diagonal sum of 1e-8, which bounds the error of the eigenvalues and

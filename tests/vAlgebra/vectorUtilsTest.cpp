@@ -1,5 +1,7 @@
 #include "tests/vAlgebra/ExpectNear.h"
 
+using namespace geomKit;
+
 namespace {
 
 TEST(VectorUtils, SegmentDistanceAgainstDenseSampling) {

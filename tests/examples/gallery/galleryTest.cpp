@@ -13,6 +13,8 @@
 #include "examples/gallery/SvgSink.h"
 #include "examples/gallery/pictures.h"
 
+using namespace geomKit;
+
 namespace gallery {
 namespace {
 

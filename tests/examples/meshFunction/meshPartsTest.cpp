@@ -4,6 +4,8 @@
 #include "examples/meshFunction/teapot.h"
 #include "tests/meshFunc2d/TestMeshes.h"
 
+using namespace geomKit;
+
 using namespace demo;
 
 namespace {

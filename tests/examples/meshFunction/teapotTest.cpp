@@ -8,6 +8,8 @@
 #include "examples/meshFunction/teapot.h"
 #include "tests/golden/Digest.h"
 
+using namespace geomKit;
+
 using namespace demo;
 
 namespace {

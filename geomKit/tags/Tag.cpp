@@ -1,0 +1,7 @@
+#include "geomKit/tags/Tag.h"
+
+namespace geomKit {
+
+Tag::~Tag() = default;
+
+}  // namespace geomKit

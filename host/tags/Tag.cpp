@@ -1,3 +1,0 @@
-#include "host/tags/Tag.h"
-
-Tag::~Tag() = default;
