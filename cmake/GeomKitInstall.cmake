@@ -3,10 +3,15 @@ include(CMakePackageConfigHelpers)
 
 get_property(libraries GLOBAL PROPERTY GEOMKIT_LIBRARIES)
 get_property(dependencies GLOBAL PROPERTY GEOMKIT_DEPENDENCIES)
+get_property(static_dependencies GLOBAL PROPERTY GEOMKIT_STATIC_DEPENDENCIES)
 
+set(headers "")
+if(GEOMKIT_FILE_SETS)
+  set(headers FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+endif()
 install(TARGETS ${libraries}
   EXPORT geomKitTargets
-  FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+  ${headers}
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
   RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
@@ -14,6 +19,7 @@ install(TARGETS ${libraries}
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/geomKit")
 install(EXPORT geomKitTargets NAMESPACE geomKit:: DESTINATION "${package_dir}")
+list(APPEND dependencies ${static_dependencies})
 list(REMOVE_DUPLICATES dependencies)
 list(TRANSFORM dependencies REPLACE "(.+)" "find_dependency(\\1)")
 list(JOIN dependencies "\n" GEOMKIT_FIND_DEPENDENCIES)
@@ -35,5 +41,13 @@ string(REGEX REPLACE "/$" "" GEOMKIT_PC_TO_PREFIX "${GEOMKIT_PC_TO_PREFIX}")
 list(REVERSE libraries)
 list(TRANSFORM libraries PREPEND "-l")
 list(JOIN libraries " " GEOMKIT_LINK_FLAGS)
+# What `pkg-config --static` adds. A package is called by one name there and by CMake.
+set(GEOMKIT_PC_STATIC "")
+set(GEOMKIT_PC_DEFINES "")
+if(NOT BUILD_SHARED_LIBS)
+  list(JOIN static_dependencies " " GEOMKIT_PC_STATIC)
+  string(PREPEND GEOMKIT_PC_STATIC "\nRequires.private: ")
+  set(GEOMKIT_PC_DEFINES " -DGEOMKIT_STATIC")
+endif()
 configure_file("${CMAKE_CURRENT_LIST_DIR}/geomKit.pc.in" geomKit.pc @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/geomKit.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

@@ -4,7 +4,9 @@
 
 #include <cfloat>
 
-#if defined(_WIN32)
+#if defined(GEOMKIT_STATIC)
+#define GEOMKIT_API
+#elif defined(_WIN32)
 #if defined(geomKit_EXPORTS)
 #define GEOMKIT_API __declspec(dllexport)
 #else

@@ -2,7 +2,9 @@
 /// Which symbols the tag library shows.
 #pragma once
 
-#if defined(_WIN32)
+#if defined(GEOMKIT_STATIC)
+#define GEOMKIT_TAGS_API
+#elif defined(_WIN32)
 #if defined(geomKitTags_EXPORTS)
 #define GEOMKIT_TAGS_API __declspec(dllexport)
 #else

@@ -1,5 +1,5 @@
 # Fails when a C++ block of README.md or of a page in docs/ stands in no program of docs/snippets.
-cmake_minimum_required(VERSION 3.24)
+cmake_minimum_required(VERSION 3.22)
 
 file(GLOB snippets "${SOURCE_DIR}/docs/snippets/*.cpp")
 set(programs "")

@@ -1,5 +1,5 @@
 # Runs PROGRAM and compares its lines, but for those of the math library, with the file GOLDEN.
-cmake_minimum_required(VERSION 3.24)
+cmake_minimum_required(VERSION 3.22)
 
 execute_process(COMMAND "${PROGRAM}" OUTPUT_VARIABLE lines COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX REPLACE "[^\n]* math-library\n" "" lines "${lines}")

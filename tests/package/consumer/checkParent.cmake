@@ -1,0 +1,18 @@
+# What a parent project may rely on.
+if(GEOMKIT_BUILD_TESTS OR GEOMKIT_BUILD_EXAMPLES)
+  message(FATAL_ERROR "tests and examples belong to a top-level geomKit only")
+endif()
+if(GEOMKIT_INSTALL AND NOT INSTALL_WANTED)
+  message(FATAL_ERROR "install rules belong to a top-level geomKit, or to a parent that asks")
+endif()
+
+get_target_property(type geomKit TYPE)
+if(NOT type STREQUAL EXPECTED_TYPE)
+  message(FATAL_ERROR "geomKit is a ${type}, not a ${EXPECTED_TYPE}")
+endif()
+add_library(parents_own checkParent.cmake)
+set_target_properties(parents_own PROPERTIES LINKER_LANGUAGE CXX)
+get_target_property(type parents_own TYPE)
+if(NOT type STREQUAL "STATIC_LIBRARY")
+  message(FATAL_ERROR "geomKit changed what the parent's own libraries are")
+endif()
