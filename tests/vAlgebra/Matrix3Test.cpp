@@ -1,4 +1,5 @@
 #include "tests/vAlgebra/ExpectNear.h"
+#include "tests/valueTypes.h"
 
 using namespace geomKit;
 
@@ -6,8 +7,41 @@ namespace {
 
 const double kPi = 4.0 * std::atan(1.0);
 
-Matrix3 diagonal(double a, double b, double c) {
-    return {{a, 0.0, 0.0}, {0.0, b, 0.0}, {0.0, 0.0, c}};
+const Matrix3 kZero = Matrix3::diagonal(0.0, 0.0, 0.0);
+
+TEST(Matrix3, EveryWayInAndOutKeepsThePlacesOfTheNumbers) {
+    constexpr Matrix3 m(1, 2, 3, 4, 5, 6, 7, 8, 9);
+    static_assert((m * m).transpose()(0, 2) == 102.0, "matrices compute at compile time");
+    for (int i = 0; i < 9; ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(m(i / 3, i % 3), i + 1.0);
+        EXPECT_EQ(m.row(i / 3)[i % 3], i + 1.0);
+        EXPECT_EQ(m.column(i % 3)[i / 3], i + 1.0);
+        EXPECT_EQ(Matrix3::diagonal(1, 5, 9)(i / 3, i % 3), i % 4 == 0 ? i + 1.0 : 0.0);
+    }
+    EXPECT_EQ(Matrix3(m.toArray()), m);
+    EXPECT_EQ(Matrix3::fromRows(m.row(0), m.row(1), m.row(2)), m);
+    EXPECT_EQ(Matrix3(m.column(0), m.column(1), m.column(2)), m);
+    EXPECT_EQ(Matrix3(Matrix(m, {10, 11, 12})), m);
+    Matrix3 twice = m;
+    for (double& number : twice)
+        number *= 2.0;
+    EXPECT_EQ(twice, m + m);
+    EXPECT_EQ(textOf(m), "[(1, 2, 3), (4, 5, 6), (7, 8, 9)]");
+    expectExactEquality(m);
+}
+
+TEST(Matrix3, ArithmeticIsThatOfItsNumbersAndProductsCompose) {
+    InputSource in(300);
+    for (int i = 0; i < 50; ++i) {
+        const Matrix3 a = in.matrix(2.0);
+        const Matrix3 b = in.matrix(2.0);
+        expectArithmetic(a, b, in.uniform(-3.0, 3.0), [](double x, double s) { return x / s; });
+        EXPECT_LE(distance(a * b, eigen(a) * eigen(b)), 1e-14);
+        if (std::abs(a.determinant() * b.determinant()) > 0.1) {
+            expectComposition(a, b, in.vector(2.0));
+        }
+    }
 }
 
 TEST(Matrix3, InversesAndEigensystemsUndo) {
@@ -18,20 +52,24 @@ TEST(Matrix3, InversesAndEigensystemsUndo) {
         expectNear(m * m.inverse(), Matrix3(), 1e-9);
         const double eigs[] = {0.5, -2.0, 3.0};
         const Vector3 vecs[] = {m.column(0), m.column(1), m.column(2)};
-        expectNear(Matrix3::getMatrixFromEigs(eigs, vecs) * m, m * diagonal(0.5, -2.0, 3.0), 1e-7);
+        expectNear(Matrix3::getMatrixFromEigs(eigs, vecs) * m,
+                   m * Matrix3::diagonal(0.5, -2.0, 3.0), 1e-7);
     }
 }
 
 // Singular for the inverse is |det| < 1e-8, for the null space |det| <= 1e-8.
 TEST(Matrix3, SingularityAtTheTolerance) {
     UVector3 null[3];
-    for (const double det : {-1e-8, 1e-8}) {
-        EXPECT_EQ(diagonal(det, 1.0, 1.0).inverse()(1, 1), 1.0);
-        EXPECT_EQ(diagonal(det, 1.0, 1.0).getNullspace(null, false), 1);
-        EXPECT_EQ(diagonal(std::nextafter(det, 2.0 * det), 1.0, 1.0).getNullspace(null, false), 0);
-        EXPECT_TRUE(diagonal(std::nextafter(det, 0.0), 1.0, 1.0).inverse().isNearZero());
+    for (const double det : {-kDetTol, kDetTol}) {
+        SCOPED_TRACE(det);
+        EXPECT_EQ(Matrix3::diagonal(det, 1.0, 1.0).inverse()(1, 1), 1.0);
+        EXPECT_EQ(Matrix3::diagonal(det, 1.0, 1.0).getNullspace(null, false), 1);
+        EXPECT_EQ(
+            Matrix3::diagonal(std::nextafter(det, 2.0 * det), 1.0, 1.0).getNullspace(null, false),
+            0);
+        EXPECT_TRUE(Matrix3::diagonal(std::nextafter(det, 0.0), 1.0, 1.0).inverse().isNearZero());
     }
-    EXPECT_TRUE(std::isnan(diagonal(NAN, 1.0, 1.0).inverse()(1, 1)));
+    EXPECT_TRUE(std::isnan(Matrix3::diagonal(kNaN, 1.0, 1.0).inverse()(1, 1)));
 }
 
 TEST(Matrix3, NearTestsEntryByEntry) {
@@ -40,15 +78,16 @@ TEST(Matrix3, NearTestsEntryByEntry) {
         return m;
     };
     for (int i = 0; i < 9; ++i) {
-        const double bound = i % 4 == 0 ? 1.0 - 0.999999863 : 0.000523599;
+        SCOPED_TRACE(i);
+        const double bound = i % 4 == 0 ? 1.0 - kNearIdentityCos : kNormalCosDefault;
         for (const double sign : {-1.0, 1.0}) {
             EXPECT_TRUE(with(Matrix3(), i, sign * (bound - 1e-15)).isNearIdentity());
             EXPECT_FALSE(with(Matrix3(), i, sign * (bound + 1e-15)).isNearIdentity());
-            EXPECT_TRUE(with(Matrix3() * 0.0, i, sign * std::nextafter(1e-8, 0.0)).isNearZero());
-            EXPECT_FALSE(with(Matrix3() * 0.0, i, sign * 1e-8).isNearZero());
+            EXPECT_TRUE(with(kZero, i, sign * std::nextafter(kDetTol, 0.0)).isNearZero());
+            EXPECT_FALSE(with(kZero, i, sign * kDetTol).isNearZero());
         }
-        EXPECT_FALSE(with(Matrix3(), i, NAN).isNearIdentity() ||
-                     with(Matrix3() * 0.0, i, NAN).isNearZero());
+        EXPECT_FALSE(with(Matrix3(), i, kNaN).isNearIdentity());
+        EXPECT_FALSE(with(kZero, i, kNaN).isNearZero());
     }
 }
 
@@ -101,12 +140,17 @@ TEST(Matrix3, NullSpacesOfEveryRankInEveryOrder) {
         const Matrix3 orders[] = {{a, b, c}, {b, c, a}, {c, a, b}, {a, c, b}, {c, b, a}, {b, a, c}};
         const Matrix3& m = orders[i / 2 % 6];
         ASSERT_EQ(m.getNullspace(null, false), dimension);
-        for (int k = 0; k < dimension; ++k)
-            EXPECT_NEAR((m * null[k]).length() + null[k].length(), 1.0, 1e-11);
-        EXPECT_TRUE(dimension == 1 || std::abs(null[0] * null[1]) < 1e-14);
+        for (int k = 0; k < dimension; ++k) {
+            EXPECT_LE((m * null[k]).length(), 1e-11);
+            EXPECT_NEAR(null[k].length(), 1.0, 1e-14);
+        }
+        if (dimension == 2) {
+            EXPECT_NEAR(null[0] * null[1], 0.0, 1e-14);
+        }
     }
     EXPECT_EQ(Matrix3().getNullspace(null, true), 1) << "forced: a direction all the same";
-    EXPECT_EQ(diagonal(9e-9, -9e-9, 9e-9).getNullspace(null, false), 3);
+    const double tiny = 0.9 * kDetTol;
+    EXPECT_EQ(Matrix3::diagonal(tiny, -tiny, tiny).getNullspace(null, false), 3);
 }
 
 }  // namespace

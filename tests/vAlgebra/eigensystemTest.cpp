@@ -14,7 +14,7 @@ TEST(Eigensystem, AgainstEigen) {
         if (i % 2 == 0) {  // two eigenvalues nearly, or exactly, equal
             const Matrix3 turn = Matrix3::rotationMatrix(in.vector(1.0), in.uniform(-3.0, 3.0));
             const double gap = i % 4 == 0 ? 0.0 : std::exp(in.uniform(-35.0, 0.0));
-            m = turn * Matrix3({size, 0, 0}, {0, size + gap, 0}, {0, 0, in.uniform(0.0, size)}) *
+            m = turn * Matrix3::diagonal(size, size + gap, in.uniform(0.0, size)) *
                 turn.transpose();
         }
         const Matrix3 part = (m + m.transpose()) * 0.5;
@@ -22,7 +22,7 @@ TEST(Eigensystem, AgainstEigen) {
             Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d>(eigen(part)).eigenvalues();
         double eigs[3];
         UVector3 v[3];
-        ASSERT_TRUE(jacobiMethod(m, eigs, v));
+        ASSERT_TRUE(jacobiMethod(m, eigs, v)) << m;
         for (int k = 0; k < 3; ++k) {
             EXPECT_NEAR(eigs[k], expected[k], 2e-8);
             expectNear(part * v[k], v[k] * eigs[k], 2e-8);
@@ -32,22 +32,34 @@ TEST(Eigensystem, AgainstEigen) {
 }
 
 TEST(Eigensystem, PivotsOfEqualAndOfNaNEntries) {
-    const double table[][5] = {{1, 1, 1, 2, 1}, {-2, 1, 1, 1, 0},      {2, -2, 1, 2, 0},
-                               {0, 0, 0, 2, 1}, {NAN, NAN, NAN, 2, 1}, {NAN, 1, NAN, 2, 0}};
-    for (const auto& [yx, zx, zy, wantP, wantQ] : table) {
+    const struct {
+        const char* name;
+        double yx, zx, zy;
+        int p, q;
+    } table[] = {
+        {"all equal: the last", 1, 1, 1, 2, 1},     {"the first is largest", -2, 1, 1, 1, 0},
+        {"equal sizes: the later", 2, -2, 1, 2, 0}, {"nothing to choose", 0, 0, 0, 2, 1},
+        {"NaN alone", kNaN, kNaN, kNaN, 2, 1},      {"NaN beside a number", kNaN, 1, kNaN, 2, 0},
+    };
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.name);
         int p = -1;
         int q = -1;
         double c = 0.0, s = 0.0, t = 0.0, tau = 0.0;
-        const Matrix3 m({1.0, yx, zx}, {yx, 1.0, zy}, {zx, zy, 2.0});
+        const Matrix3 m({1.0, row.yx, row.zx}, {row.yx, 1.0, row.zy}, {row.zx, row.zy, 2.0});
         jacobiRotation(m, p, q, c, s, t, tau);
-        EXPECT_TRUE(p == wantP && q == wantQ) << p << " " << q;
-        EXPECT_TRUE(p != 1 || t == -1.0) << "equal diagonal entries turn by -45 degrees";
+        EXPECT_EQ(p, row.p);
+        EXPECT_EQ(q, row.q);
+        if (row.p == 1) {
+            EXPECT_EQ(t, -1.0) << "equal diagonal entries turn by -45 degrees";
+        }
     }
 }
 
 TEST(Eigensystem, EndsOnEveryMagnitude) {
     InputSource in(402);
-    for (const double huge : {1e-300, 1e20, 1e150, 1e300, double(INFINITY), double(NAN)}) {
+    for (const double huge : {1e-300, 1e20, 1e150, 1e300, kInfinity, kNaN}) {
+        SCOPED_TRACE(huge);
         double eigs[3];
         UVector3 v[3];
         const Matrix3 m = in.matrix(1.0) * huge;

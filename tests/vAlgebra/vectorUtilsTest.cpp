@@ -13,7 +13,8 @@ TEST(VectorUtils, SegmentDistanceAgainstDenseSampling) {
         double t = -1.0;
         const double got = distSqToLineSegment(p, a, b, &t);
         const double rounding = 1e-14 * (a.lengthSq() + distSq(p, a) + distSq(a, b));
-        ASSERT_TRUE(t >= 0.0 && t <= 1.0);
+        ASSERT_GE(t, 0.0);
+        ASSERT_LE(t, 1.0);
         EXPECT_NEAR(distSq(p, a + (b - a) * t), got, rounding);
         for (int k = 0; k <= 100; ++k)
             ASSERT_LE(got, distSq(p, a + (b - a) * (k / 100.0)) + rounding);
@@ -22,18 +23,24 @@ TEST(VectorUtils, SegmentDistanceAgainstDenseSampling) {
 
 // The end tests include their bound of 1e-13, which is of an unnormalised dot product.
 TEST(VectorUtils, SegmentDistanceAtTheEnds) {
-    const double table[][3] = {{1e-13, 1, 0},        {1.01e-13, 1, 1.01e-13},
-                               {1 - 0.99e-13, 1, 1}, {0.5e-7, 1e-7, 0},
-                               {0.5, 0, 0},          {1e3, 2e3, 0.5}};
-    for (const auto& [x, end, want] : table) {
+    const struct {
+        const char* name;
+        double x, end, want;
+    } table[] = {{"at the tolerance", 1e-13, 1, 0},    {"beyond it", 1.01e-13, 1, 1.01e-13},
+                 {"near the end", 1 - 0.99e-13, 1, 1}, {"a short segment", 0.5e-7, 1e-7, 0},
+                 {"of no length", 0.5, 0, 0},          {"a long one", 1e3, 2e3, 0.5}};
+    for (const auto& row : table) {
         double t = -1.0;
-        distSqToLineSegment(Vector3(x, 1e-20, 0.0), Vector3(), Vector3(end, 0.0, 0.0), &t);
-        EXPECT_EQ(t, want) << x;
+        distSqToLineSegment({row.x, 1e-20, 0.0}, Vector3(), {row.end, 0.0, 0.0}, &t);
+        EXPECT_EQ(t, row.want) << row.name;
     }
 }
 
 TEST(VectorUtils, BasesAreRightHandedAlsoInPlace) {
     InputSource in(202);
+    // Slopes below and above that of 0.03 degrees.
+    const double flat = 0.99 * kNormalCosDefault;
+    const double steep = 1.01 * kNormalCosDefault;
     const Vector3 ties[] = {{1, 1, 1}, {0, 0, 1}, {0, 1, 0}, {1, 0, 0}, {1, 1, 0}, {0, -1, 1}};
     for (int i = 0; i < 500; ++i) {
         const UVector3 v = i < 6 ? ties[i] : in.vector(1.0);
@@ -47,10 +54,10 @@ TEST(VectorUtils, BasesAreRightHandedAlsoInPlace) {
         getBasis(aliased[1], e1, aliased[1]);
         expectNear(Matrix3(aliased[0], aliased[1], v), Matrix3(e1, e2, v), 0.0);
         for (const double reach : {1e-9, 1e6}) {
-            EXPECT_TRUE(samePlane(e2, v, e2 + (e1 + v * 0.0005) * reach, -v));
-            EXPECT_FALSE(samePlane(e2, v, e2 + (e1 + v * 0.00053) * reach, v));
+            EXPECT_TRUE(samePlane(e2, v, e2 + (e1 + v * flat) * reach, -v)) << reach;
+            EXPECT_FALSE(samePlane(e2, v, e2 + (e1 + v * steep) * reach, v)) << reach;
         }
-        EXPECT_FALSE(samePlane(e2, v, e2, v + e1 * 0.001));
+        EXPECT_FALSE(samePlane(e2, v, e2, v + e1 * (2.0 * steep)));
     }
 }
 
