@@ -1,4 +1,5 @@
 #include "tests/transforms/oracle.h"
+#include "tests/valueTypes.h"
 
 using namespace geomKit;
 
@@ -7,14 +8,28 @@ namespace {
 /// Linear part R U of a proper rotation and a positive stretch.
 BoneTransform randomStretchedRotation(InputSource& in, double angle) {
     const Matrix3 frame = randomTransform(in).rotation;
-    const Vector3 x(in.uniform(0.3, 3.0), 0.0, 0.0);
-    const Vector3 y(0.0, in.uniform(0.3, 3.0), 0.0);
-    const UVector3 axis = in.vector(1.0);
-    BoneTransform bone;
-    bone.linear = Matrix3::rotationMatrix(axis, angle) * frame * Matrix3(x, y, {0.0, 0.0, 0.7}) *
-                  frame.transpose();
-    bone.translation = in.vector(2.0);
-    return bone;
+    const double x = in.uniform(0.3, 3.0);
+    const double y = in.uniform(0.3, 3.0);
+    const Matrix3 turn = Matrix3::rotationMatrix(UVector3(in.vector(1.0)), angle);
+    return {turn * frame * Matrix3::diagonal(x, y, 0.7) * frame.transpose(), in.vector(2.0)};
+}
+
+TEST(BoneTransform, IsAnAffineMapOfTwelveNumbers) {
+    constexpr BoneTransform b(Matrix3(1, 2, 3, 4, 5, 6, 7, 8, 9), {10, 11, 12});
+    static_assert((b * b).translation.x == 78.0, "bones compute at compile time");
+    Matrix projective = b.getMatrix();
+    projective(3, 1) = 5.0;
+    EXPECT_EQ(BoneTransform(projective), b) << "the bottom row is read";
+    EXPECT_EQ(textOf(b), "linear [(1, 2, 3), (4, 5, 6), (7, 8, 9)], translation (10, 11, 12)");
+    expectExactEquality(b);
+    InputSource in(50);
+    for (int n = 0; n < 50; ++n) {
+        const BoneTransform x = randomStretchedRotation(in, 1.0);
+        expectComposition(x, randomStretchedRotation(in, 2.0), in.vector(3.0));
+        EXPECT_LE(distance(x * b.translation, x.getMatrix() * b.translation), 1e-13);
+    }
+    EXPECT_EQ(BoneTransform(Matrix3() * 0.002, b.translation).inverse(),
+              BoneTransform(Matrix3() * 0.0, {}));
 }
 
 TEST(BoneTransform, CarriesTheBone) {
@@ -44,13 +59,17 @@ TEST(BoneTransform, InterpolatesThePolarFactors) {
         const double t = in.uniform(0.0, 1.0);
         const BoneTransform blend = BoneTransform::interpolate(x, t);
 
-        const Eigen::JacobiSVD<Eigen::Matrix3d> svd(eigen(x.linear),
-                                                    Eigen::ComputeFullU | Eigen::ComputeFullV);
-        const Eigen::Matrix3d v = svd.matrixV();
-        Eigen::AngleAxisd turn(Eigen::Matrix3d(svd.matrixU() * v.transpose()));
+        // The stretch is the root of M^T M, and the rotation is M without it.
+        const Eigen::Matrix3d m = eigen(x.linear);
+        const Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d> squared(m.transpose() * m);
+        const auto stretch = [&squared](double power) -> Eigen::Matrix3d {
+            const Eigen::Vector3d scales = squared.eigenvalues().array().pow(0.5 * power);
+            return squared.eigenvectors() * scales.asDiagonal() *
+                   squared.eigenvectors().transpose();
+        };
+        Eigen::AngleAxisd turn(Eigen::Matrix3d(m * stretch(-1.0)));
         turn.angle() *= t;
-        const Eigen::Vector3d power = svd.singularValues().array().pow(t);
-        EXPECT_LE(distance(blend.linear, turn * (v * power.asDiagonal() * v.transpose())), 1e-6);
+        EXPECT_LE(distance(blend.linear, turn * stretch(t)), 1e-6);
         EXPECT_LE(distance(blend.translation, x.translation * t), 1e-15);
 
         expectBlendsEnd(randomStretchedRotation(in, 1.0), x, 1e-12);
@@ -61,15 +80,12 @@ TEST(BoneTransform, InterpolatesThePolarFactors) {
 }
 
 TEST(BoneTransform, DegenerateBlends) {
-    const struct { double size, half; } table[] = {{0.002, 0.0}, {0.0025, 0.05}};
-    BoneTransform bone;
-    for (const auto& row : table) {
-        bone.linear = Matrix3() * row.size;
-        EXPECT_LE(distance(BoneTransform::interpolate(bone, 0.5).linear, Matrix3() * row.half),
-                  1e-12);
-    }
-    bone.linear = Matrix3() * -2.0;
-    EXPECT_TRUE(std::isfinite(BoneTransform::interpolate(bone, 0.5).linear(1, 1)));
+    const auto halfOf = [](double scale) {
+        return BoneTransform::interpolate({Matrix3() * scale, {}}, 0.5).linear;
+    };
+    EXPECT_EQ(halfOf(0.002), Matrix3() * 0.0) << "its determinant is below 1e-8";
+    EXPECT_LE(distance(halfOf(0.0025), Matrix3() * 0.05), 1e-12);
+    EXPECT_TRUE(std::isfinite(halfOf(-2.0)(1, 1)));
     const BoneTransform flat({}, {1.0, 0.0, 0.0}, {1.0, 1.0, 1.0}, {1.0, 1.0, 1.0}, 0.3);
     EXPECT_TRUE(BoneTransform::interpolate(flat, BoneTransform(), 0.5).linear.isNearZero());
 }

@@ -1,4 +1,5 @@
 #include "tests/transforms/oracle.h"
+#include "tests/valueTypes.h"
 
 using namespace geomKit;
 
@@ -10,13 +11,20 @@ TEST(Transform, ComposesAndInverts) {
         const Transform a = randomTransform(in);
         const Transform b = randomTransform(in);
         const Vector3 p = in.vector(4.0);
-        EXPECT_LE(distance((a * b).transformPoint(p), a.transformPoint(b.transformPoint(p))),
-                  1e-12);
-        EXPECT_LE(distance(a.transformPoint(p), a.getMatrix().transformPoint(p)), 1e-13);
-        EXPECT_LE(distance(a * a.inverse(), Matrix()), 1e-13);
+        expectComposition(a, b, p);
+        EXPECT_LE(distance(a * p, a.getMatrix() * p), 1e-13);
         EXPECT_EQ(distance(a.linearComponent().transformPoint(p), a.transformDirection(p)), 0.0);
         EXPECT_LE(distance(a.getLinear() * p, a.transformDirection(p)), 1e-13);
     }
+}
+
+TEST(Transform, IsThirteenNumbers) {
+    constexpr Transform t(Matrix3(1, 2, 3, 4, 5, 6, 7, 8, 9), {10, 11, 12}, -2);
+    static_assert((t * t).scale == 4.0, "transforms compute at compile time");
+    EXPECT_EQ(textOf(t),
+              "rotation [(1, 2, 3), (4, 5, 6), (7, 8, 9)], translation (10, 11, 12), scale -2");
+    EXPECT_EQ(Transform(t.rotation, t.translation).scale, 1.0);
+    expectExactEquality(t);
 }
 
 TEST(Transform, BuildsFramesMirrorsAndRotations) {
@@ -65,8 +73,26 @@ TEST(Transform, InterpolateIsSlerpAndGeometricScaleAlsoOfMatrices) {
         if (a.scale < 0.0 || b.scale < 0.0) continue;
         EXPECT_LE(distance(Matrix::interpolate(a.getMatrix(), b.getMatrix(), t), blend), 1e-9);
     }
-    for (const double t : {0.5, 0.51})
-        EXPECT_EQ(Transform::interpolate(1.0, -1.0, t).scale, t > 0.5 ? -1.0 : 1.0);
+    EXPECT_EQ(Transform::interpolate(1.0, -1.0, 0.5).scale, 1.0);
+    EXPECT_EQ(Transform::interpolate(1.0, -1.0, 0.51).scale, -1.0);
+}
+
+// The ends may lie among the results, which are written before the last of them is needed.
+TEST(Transform, InterpolateOfManyHasTheBitsOfOneByOne) {
+    InputSource in(44);
+    for (const std::size_t count : {0u, 1u, 9u}) {
+        const Transform a = randomTransform(in);
+        const Transform b = randomTransform(in);
+        std::vector<double> ts = {0.5, 0.0, -0.0, kNaN, 1.0, -kInfinity, 7.0, 1e-300, 0.999};
+        std::vector<Transform> blends(11, 3.0);
+        blends[0] = a;
+        blends[1] = b;
+        Transform::interpolate(blends[0], blends[1], ts.data(), count, blends.data());
+        Transform::interpolate(a, b, ts.data(), count, nullptr);
+        for (std::size_t i = 0; i < count; ++i)
+            EXPECT_EQ(blends[i], Transform::interpolate(a, b, ts[i])) << ts[i];
+        EXPECT_EQ(blends[10], Transform(3.0)) << "written beyond the count";
+    }
 }
 
 }  // namespace

@@ -17,11 +17,11 @@ auto eigen(const T& t) -> decltype(eigen(t.getMatrix())) {
 
 /// Every third one is a mirror.
 inline Transform randomTransform(InputSource& in) {
-    const Vector3 axis = in.vector(1.0);
-    Transform t(axis, in.uniform(-3.0, 3.0));
-    t.translation = in.vector(5.0);
-    t.scale = in.uniform(0.2, 3.0) * (in.index(3) == 0 ? -1.0 : 1.0);
-    return t;
+    const UVector3 axis = in.vector(1.0);
+    const Matrix3 rotation = Matrix3::rotationMatrix(axis, in.uniform(-3.0, 3.0));
+    const Vector3 translation = in.vector(5.0);
+    const double size = in.uniform(0.2, 3.0);
+    return {rotation, translation, in.index(3) == 0 ? -size : size};
 }
 
 /// Blends end on their operands, also beyond the ends; NaN counts as the start.
