@@ -20,7 +20,8 @@ TEST(BoneTransform, IsAnAffineMapOfTwelveNumbers) {
     Matrix projective = b.getMatrix();
     projective(3, 1) = 5.0;
     EXPECT_EQ(BoneTransform(projective), b) << "the bottom row is read";
-    EXPECT_EQ(textOf(b), "linear [(1, 2, 3), (4, 5, 6), (7, 8, 9)], translation (10, 11, 12)");
+    EXPECT_EQ(testing::PrintToString(b),
+              "linear [(1, 2, 3), (4, 5, 6), (7, 8, 9)], translation (10, 11, 12)");
     expectExactEquality(b);
     InputSource in(50);
     for (int n = 0; n < 50; ++n) {

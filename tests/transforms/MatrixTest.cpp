@@ -10,28 +10,21 @@ static_assert((kCounted * kCounted).transpose()(0, 3) == 426.0, "matrices comput
 
 TEST(Matrix, EveryWayInAndOutKeepsThePlacesOfTheNumbers) {
     std::array<float, 16> floats{};
-    for (std::size_t i = 0; i < 16; ++i) {
-        SCOPED_TRACE(i);
-        const int row = static_cast<int>(i) / 4;
-        const int column = static_cast<int>(i) % 4;
-        floats[i] = static_cast<float>(i) + 1.1F;
-        EXPECT_EQ(kCounted(row, column), static_cast<double>(i) + 1.0);
+    for (int i = 0; i < 16; ++i) {
+        EXPECT_EQ(kCounted(i / 4, i % 4), i + 1.0);
         Matrixf one;
-        one(row, column) = 0.1F;
-        EXPECT_NE(one, Matrixf());
-        EXPECT_EQ(Matrix(one)(row, column), static_cast<double>(0.1F));
+        EXPECT_EQ(one, Matrixf());
+        one(i / 4, i % 4) = floats[static_cast<std::size_t>(i)] = 0.1F * static_cast<float>(i + 1);
+        EXPECT_NE(one, Matrixf()) << i;
     }
     EXPECT_EQ(Matrix(kCounted.toArray()), kCounted);
-    const Matrixf f(floats);
-    EXPECT_EQ(f, Matrixf(floats));
-    EXPECT_TRUE(std::equal(f.begin(), f.end(), floats.begin(), floats.end()));
-    const Matrix wide = f;
+    const Matrix wide = Matrixf(floats);
     EXPECT_TRUE(std::equal(wide.begin(), wide.end(), floats.begin(), floats.end()));
     const Matrix affine(Matrix3(1, 2, 3, 5, 6, 7, 9, 10, 11), kCounted.translation());
-    EXPECT_EQ(textOf(affine), "[(1, 2, 3, 4), (5, 6, 7, 8), (9, 10, 11, 12), (0, 0, 0, 1)]");
+    EXPECT_EQ(testing::PrintToString(affine),
+              "[(1, 2, 3, 4), (5, 6, 7, 8), (9, 10, 11, 12), (0, 0, 0, 1)]");
+    EXPECT_EQ(Matrix::vvt({1, 2, 3}), Matrix(1, 2, 3, 0, 2, 4, 6, 0, 3, 6, 9, 0, 0, 0, 0, 1));
     expectExactEquality(kCounted);
-    const Matrix vvt = Matrix::vvt({1.0, 2.0, 3.0});
-    EXPECT_EQ(vvt, Matrix(1, 2, 3, 0, 2, 4, 6, 0, 3, 6, 9, 0, 0, 0, 0, 1));
 }
 
 TEST(Matrix, AgreesWithEigen) {
@@ -77,23 +70,16 @@ TEST(Matrix, SingularInvertsToIdentity) {
 }
 
 TEST(Matrix, RotationsAboutShortAxes) {
-    const struct {
-        const char* name;
-        double length, angle;
-        bool isIdentity;
-    } table[] = {
-        {"no turn", 1e-5, 0.0, true},
-        {"a turn beyond the length", 1e-5, 1.0, false},
-        {"a negative turn", 1e-5, -1.0, true},
-        {"a turn of the length", 1e-5, 1e-5, true},
-        {"an axis long enough", 1e-4, -1.0, false},
-        {"no axis", 0.0, 1.0, true},
-        {"NaN", kNaN, 1.0, true},
+    const auto isIdentity = [](double length, double angle) {
+        return Matrix::rotationMatrix(Vector3(0.0, 0.0, length), angle) == Matrix();
     };
-    for (const auto& row : table) {
-        const Matrix m = Matrix::rotationMatrix(Vector3(0.0, 0.0, row.length), row.angle);
-        EXPECT_EQ(m == Matrix(), row.isIdentity) << row.name;
-    }
+    EXPECT_TRUE(isIdentity(1e-5, 0.0));
+    EXPECT_TRUE(isIdentity(1e-5, 1e-5)) << "the length is not shorter than the angle";
+    EXPECT_FALSE(isIdentity(1e-5, 1.0));
+    EXPECT_TRUE(isIdentity(1e-5, -1.0)) << "nor than a negative one";
+    EXPECT_FALSE(isIdentity(1e-4, -1.0)) << "long enough for any angle";
+    EXPECT_TRUE(isIdentity(0.0, 1.0));
+    EXPECT_TRUE(isIdentity(kNaN, 1.0));
     EXPECT_EQ(Matrix().getRotationAxis(), Vector3(1.0, 0.0, 0.0));
     const Vector3 up(0.0, 0.0, 2.0);
     EXPECT_EQ(Matrix::rigidTransform({}, up, {}, -up).transformDirection(up), up)
@@ -106,21 +92,17 @@ TEST(Matrix, IsRigid) {
     InputSource in(33);
     Transform mirror = randomTransform(in);
     mirror.scale = -1.0;
-    const struct {
-        const char* name;
-        int i, j;
-        double change;
-        bool isRigid;
-    } table[] = {
-        {"a far translation", 0, 3, 1e6, true}, {"no translation of NaN", 2, 3, kNaN, true},
-        {"the last entry", 3, 3, -1e-6, false}, {"the bottom row", 3, 0, 1e-300, false},
-        {"a shear", 1, 1, 1e-3, false},         {"NaN", 1, 1, kNaN, false},
-    };
-    for (const auto& row : table) {
+    const auto isRigid = [&mirror](int i, int j, double change) {
         Matrix m = mirror.getMatrix();
-        m(row.i, row.j) += row.change;
-        EXPECT_EQ(m.isRigid(), row.isRigid) << row.name;
-    }
+        m(i, j) += change;
+        return m.isRigid();
+    };
+    EXPECT_TRUE(isRigid(0, 3, 1e6));
+    EXPECT_TRUE(isRigid(2, 3, kNaN)) << "the translation is not read";
+    EXPECT_FALSE(isRigid(3, 3, -1e-6));
+    EXPECT_FALSE(isRigid(3, 0, 1e-300));
+    EXPECT_FALSE(isRigid(1, 1, 1e-3));
+    EXPECT_FALSE(isRigid(1, 1, kNaN));
     EXPECT_TRUE(Transform(1.00004).getMatrix().isRigid());
     EXPECT_FALSE(Transform(1.0001).getMatrix().isRigid());
     EXPECT_FALSE(Transform(0.0).getMatrix().isRigid());

@@ -18,27 +18,35 @@ TEST(Skinning, OneVertex) {
     const Vector3 p(1.0, 2.0, 3.0);
     const UVector3 normal(1.0, 1.0, 0.0);
     const struct {
+        const char* name;
         Influences list;
         Vector3 point, pointWithNormal;
         UVector3 normal;
     } cases[] = {
-        {{}, p, p, normal},
-        {{{0, 1.0}}, {3.0, 2.0, 11.0}, {3.0, 2.0, 11.0}, UVector3(1.0, 3.0, 0.0)},
-        {{{1, 0.25}}, {1.25, 0.5, 0.75}, {5.0, 2.0, 3.0}, normal},
-        {{{-1, 0.25}}, p * 0.25, p, normal},
-        {{{2, 0.25}}, p * 0.25, p, normal},
-        {{{0, 0.5}, {kNoBone, 0.5}}, {2.0, 2.0, 7.0}, {2.0, 2.0, 7.0}, UVector3(1.0, 2.0, 0.0)},
-        {{{1, 1.0}, {1, 1.0}}, {10.0, 4.0, 6.0}, {10.0, 4.0, 6.0}, normal},
+        {"no bone", {}, p, p, normal},
+        {"one", {{0, 1.0}}, {3, 2, 11}, {3, 2, 11}, UVector3(1, 3, 0)},
+        {"one of a weight below 1", {{1, 0.25}}, {1.25, 0.5, 0.75}, {5, 2, 3}, normal},
+        {"a negative number", {{-1, 0.25}}, p * 0.25, p, normal},
+        {"a number too large", {{2, 0.25}}, p * 0.25, p, normal},
+        {"two", {{0, 0.5}, {kNoBone, 0.5}}, {2, 2, 7}, {2, 2, 7}, UVector3(1, 2, 0)},
+        {"weights that sum to 2", {{1, 1.0}, {1, 1.0}}, {10, 4, 6}, {10, 4, 6}, normal},
     };
     BaseDisplayData mesh;
     mesh.positions = {p, p};
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
         mesh.influences = {c.list};
         UVector3 out = normal;
         EXPECT_LE(distance(skeleton.getTransformed(0, &mesh), c.point), 1e-15);
         EXPECT_LE(distance(skeleton.getTransformed(0, &mesh, out, out), c.pointWithNormal), 1e-15);
         EXPECT_LE(distance(out, c.normal), 1e-15);
         EXPECT_EQ(skeleton.getTransformed(1, &mesh), p) << "beyond the influences";
+    }
+    for (const int outside : {2, -1, kNoBone}) {
+        UVector3 out;
+        EXPECT_EQ(skeleton.getTransformed(outside, &mesh), Vector3()) << outside;
+        EXPECT_EQ(skeleton.getTransformed(outside, &mesh, normal, out), Vector3()) << outside;
+        EXPECT_EQ(out, normal) << outside;
     }
     InputSource in(61);
     mesh.influences = {{{0, 1.0}}};
@@ -58,8 +66,8 @@ TEST(Skinning, OneVertex) {
 /// lists, normals along axes, with equal components, and too short to have been normalised.
 struct Crowd {
     struct Skin {
-        std::vector<Vector3> points{kVertices, Vector3(9.0, 9.0, 9.0)};
-        std::vector<Vector3> positions = points;
+        std::vector<Vector3> points;
+        std::vector<Vector3> positions;
         std::vector<UVector3> normals;
     };
     BoneTransformVector skeleton;
@@ -87,52 +95,117 @@ struct Crowd {
             }
             if (v + 5 < kVertices) mesh.influences.push_back(list);
         }
+        rest.points = rest.positions = mesh.positions;
     }
 
-    /// By the range members; normals in place for an odd `first`.
-    void skinRange(int first, int last, Skin& out) const {
-        const UVector3* normals = first % 2 == 0 ? rest.normals.data() : out.normals.data();
+    /// By the range members: of the mesh, or in place by flat influences; normals in place for an
+    /// odd `first`.
+    void skinRange(int first, int last, Skin& out, const FlatInfluences* flat = nullptr) const {
         const auto start = static_cast<std::size_t>(first);
         const std::size_t count = last > first ? static_cast<std::size_t>(last - first) : 0;
-        skeleton.transformVertices(&mesh, start, count, out.points.data() + start);
-        skeleton.transformVertices(&mesh, normals + start, start, count,
-                                   out.positions.data() + start, out.normals.data() + start);
+        Vector3* const points = out.points.data() + start;
+        Vector3* const positions = out.positions.data() + start;
+        UVector3* const normalsOut = out.normals.data() + start;
+        const UVector3* normals = first % 2 == 0 ? rest.normals.data() + start : normalsOut;
+        if (flat != nullptr) {
+            skeleton.transformVertices(*flat, points, start, count, points);
+            skeleton.transformVertices(*flat, positions, normals, start, count, positions,
+                                       normalsOut);
+            return;
+        }
+        EXPECT_EQ(skeleton.transformVertices(&mesh, start, count, points), count);
+        EXPECT_EQ(skeleton.transformVertices(&mesh, normals, start, count, positions, normalsOut),
+                  count);
     }
 
-    /// True when `skin` is, bit for bit, what the one-vertex members make of the range, and at rest
+    /// `skin` is, bit for bit, what the one-vertex members make of the range, and at rest
     /// elsewhere.
-    bool matches(int first, int last, const Skin& skin) const {
+    void expectMatch(int first, int last, const Skin& skin) const {
         Skin want = rest;
         for (int v = first; v < last; ++v) {
             const auto i = static_cast<std::size_t>(v);
             want.points[i] = skeleton.getTransformed(v, &mesh);
             want.positions[i] = skeleton.getTransformed(v, &mesh, rest.normals[i], want.normals[i]);
         }
-        return sameBits(skin.points, want.points) && sameBits(skin.positions, want.positions) &&
-               sameBits(skin.normals, want.normals);
+        EXPECT_TRUE(sameBits(skin.points, want.points));
+        EXPECT_TRUE(sameBits(skin.positions, want.positions));
+        EXPECT_TRUE(sameBits(skin.normals, want.normals));
     }
 };
 
 TEST(Skinning, RangesMatchOneVertexAndTouchNothingElse) {
     Crowd crowd;
+    FlatInfluences flat(crowd.mesh);
+    const auto expectMatches = [&](int first, int last) {
+        SCOPED_TRACE(std::to_string(first) + " to " + std::to_string(last));
+        Crowd::Skin skin = crowd.rest;
+        crowd.skinRange(first, last, skin);
+        crowd.expectMatch(first, last, skin);
+        Crowd::Skin flatSkin = crowd.rest;
+        crowd.skinRange(first, last, flatSkin, &flat);
+        crowd.expectMatch(first, last, flatSkin);
+    };
     const int ranges[][2] = {{0, 0},     {5, 2},     {0, 1},         {3, 66},
                              {130, 194}, {201, 265}, {0, kVertices}, {990, kVertices}};
-    for (const auto& r : ranges) {
-        Crowd::Skin skin = crowd.rest;
-        crowd.skinRange(r[0], r[1], skin);
-        EXPECT_TRUE(crowd.matches(r[0], r[1], skin)) << r[0] << " " << r[1];
-    }
+    for (const auto& r : ranges)
+        expectMatches(r[0], r[1]);
     crowd.mesh.influences.clear();
+    flat = FlatInfluences();
+    expectMatches(0, kVertices);
+}
+
+TEST(Skinning, RangesEndWithTheMeshAndOutputsMayBeNull) {
+    Crowd crowd;
+    const BoneTransformVector& by = crowd.skeleton;
+    constexpr std::size_t kMany = std::numeric_limits<std::size_t>::max();
+    for (const std::size_t count : {std::size_t{11}, kMany}) {
+        Crowd::Skin skin = crowd.rest;
+        UVector3* const normals = skin.normals.data() + 990;
+        Vector3* const positions = skin.positions.data() + 990;
+        EXPECT_EQ(by.transformVertices(&crowd.mesh, 990, count, skin.points.data() + 990), 10U);
+        by.transformVertices(&crowd.mesh, normals, 990, count, positions, nullptr);
+        EXPECT_EQ(by.transformVertices(&crowd.mesh, normals, 990, count, nullptr, normals), 10U);
+        crowd.expectMatch(990, kVertices, skin);
+        EXPECT_EQ(by.transformVertices(&crowd.mesh, 990, count, nullptr), 10U);
+        EXPECT_EQ(by.transformVertices(&crowd.mesh, kVertices, count, nullptr), 0U);
+        EXPECT_EQ(by.transformVertices(&crowd.mesh, kMany, count, nullptr), 0U);
+    }
     Crowd::Skin skin = crowd.rest;
     crowd.skinRange(0, kVertices, skin);
-    EXPECT_TRUE(crowd.matches(0, kVertices, skin)) << "a mesh without influences";
+    std::vector<Vector3>& own = crowd.mesh.positions;
+    by.transformVertices(&crowd.mesh, 0, own.size(), own.data());
+    EXPECT_TRUE(sameBits(own, skin.points)) << "the mesh's own positions as the output";
+}
+
+// Offsets beyond the entries or below the one before: the nearest that is neither.
+TEST(Skinning, FlatInfluencesStayWithinTheirEntries) {
+    using Offsets = std::vector<std::size_t>;
+    constexpr std::size_t kFar = std::numeric_limits<std::size_t>::max();
+    const std::int32_t bones[] = {10, 11, 12, 13};
+    const double weights[] = {0.5, 0.0, 2.0, 3.0};
+    const auto expect = [](const char* name, const FlatInfluences& flat, const Offsets& offsets,
+                           const std::vector<std::int32_t>& wantedBones) {
+        EXPECT_EQ(flat.offsets(), offsets) << name;
+        std::vector<std::int32_t> found;
+        for (const BaseDisplayData::Influence& i : flat.entries())
+            found.push_back(i.bone);
+        EXPECT_EQ(found, wantedBones) << name;
+    };
+    const auto flat = [&](const Offsets& offsets) {
+        return FlatInfluences(bones, weights, 4, offsets.data(), offsets.size() - 1);
+    };
+    expect("in order", flat({0, 1, 4}), {0, 1, 4}, {10, 11, 12, 13});
+    expect("back and forth", flat({1, 3, 2, kFar, 0}), {0, 2, 2, 3, 3}, {11, 12, 13});
+    expect("beyond the end at once", flat({kFar, 1, 9}), {0, 0, 0}, {});
+    expect("a table", FlatInfluences::fromTable(bones, weights, 2, 2), {0, 1, 3}, {10, 12, 13});
+    expect("nothing", FlatInfluences(nullptr, nullptr, 0, nullptr, 0), {0}, {});
 }
 
 TEST(Skinning, ThreadsShareArraysOnDisjointRanges) {
     const Crowd crowd;
     Crowd::Skin skin = crowd.rest;
     inThreads(8, [&](int i) { crowd.skinRange(125 * i, 125 * (i + 1), skin); });
-    EXPECT_TRUE(crowd.matches(0, kVertices, skin));
+    crowd.expectMatch(0, kVertices, skin);
 }
 
 }  // namespace

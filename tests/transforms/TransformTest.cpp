@@ -21,7 +21,7 @@ TEST(Transform, ComposesAndInverts) {
 TEST(Transform, IsThirteenNumbers) {
     constexpr Transform t(Matrix3(1, 2, 3, 4, 5, 6, 7, 8, 9), {10, 11, 12}, -2);
     static_assert((t * t).scale == 4.0, "transforms compute at compile time");
-    EXPECT_EQ(textOf(t),
+    EXPECT_EQ(testing::PrintToString(t),
               "rotation [(1, 2, 3), (4, 5, 6), (7, 8, 9)], translation (10, 11, 12), scale -2");
     EXPECT_EQ(Transform(t.rotation, t.translation).scale, 1.0);
     expectExactEquality(t);
@@ -80,18 +80,17 @@ TEST(Transform, InterpolateIsSlerpAndGeometricScaleAlsoOfMatrices) {
 // The ends may lie among the results, which are written before the last of them is needed.
 TEST(Transform, InterpolateOfManyHasTheBitsOfOneByOne) {
     InputSource in(44);
+    const double ts[] = {0.5, 0.0, -0.0, kNaN, 1.0, -kInfinity, 7.0, 1e-300, 0.999};
+    const Transform a = randomTransform(in);
+    const Transform b = randomTransform(in);
     for (const std::size_t count : {0u, 1u, 9u}) {
-        const Transform a = randomTransform(in);
-        const Transform b = randomTransform(in);
-        std::vector<double> ts = {0.5, 0.0, -0.0, kNaN, 1.0, -kInfinity, 7.0, 1e-300, 0.999};
-        std::vector<Transform> blends(11, 3.0);
-        blends[0] = a;
-        blends[1] = b;
-        Transform::interpolate(blends[0], blends[1], ts.data(), count, blends.data());
-        Transform::interpolate(a, b, ts.data(), count, nullptr);
+        std::vector<Transform> out = {a, b, 3, 4, 5, 6, 7, 8, 9, 10};
+        std::vector<Transform> want = out;
+        Transform::interpolate(out[0], out[1], ts, count, out.data());
+        Transform::interpolate(a, b, ts, count, nullptr);
         for (std::size_t i = 0; i < count; ++i)
-            EXPECT_EQ(blends[i], Transform::interpolate(a, b, ts[i])) << ts[i];
-        EXPECT_EQ(blends[10], Transform(3.0)) << "written beyond the count";
+            want[i] = Transform::interpolate(a, b, ts[i]);
+        EXPECT_EQ(out, want);
     }
 }
 

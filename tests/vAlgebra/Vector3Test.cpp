@@ -32,32 +32,22 @@ TEST(Vector3, NullComponentsAtTheTolerance) {
     }
 }
 
-TEST(Vector3, ArithmeticAndExactEqualityAreThoseOfItsNumbers) {
+TEST(Vector3, IsThreeNumbers) {
     InputSource in(101);
     const auto byReciprocal = [](double x, double s) { return x * (1.0 / s); };
-    for (int i = 0; i < 50; ++i)
-        expectArithmetic(in.vector(9.0), in.vector(9.0), in.uniform(-3.0, 3.0), +byReciprocal);
+    for (int i = 0; i < 50; ++i) {
+        const auto [a, b] = in.vectors<2>(5.0);
+        const double t = in.uniform(-3.0, 3.0);
+        expectArithmetic(a, b, t, +byReciprocal);
+        EXPECT_TRUE(lerp(a, b, t).equalsExactly(a * (1.0 - t) + b * t)) << t;
+        EXPECT_TRUE(lerp(a, b, 1.0).equalsExactly(b));
+    }
     expectExactEquality<Vector3, ExactHash, ExactEqual>({1.0, 2.0, 3.0});
-
     Vector3 v(1.0, 2.0, 3.0);
     for (double& number : v)
         number *= 10.0;
     v.data()[1] += 1.0;
-    const Vector3& read = v;
-    EXPECT_EQ(std::vector<double>(read.begin(), read.end()), std::vector<double>({10, 21, 30}));
-    EXPECT_EQ(read.data()[2], v[2]);
-}
-
-TEST(Vector3, BlendsAndMeans) {
-    InputSource in(102);
-    for (int i = 0; i < 50; ++i) {
-        const Vector3 a = in.vector(5.0);
-        const Vector3 b = in.vector(5.0);
-        EXPECT_TRUE(lerp(a, b, 0.0).equalsExactly(a));
-        EXPECT_TRUE(lerp(a, b, 1.0).equalsExactly(b));
-        const double t = in.uniform(-2.0, 3.0);
-        EXPECT_TRUE(lerp(a, b, t).equalsExactly(a * (1.0 - t) + b * t)) << t;
-    }
+    EXPECT_TRUE(v.equalsExactly({10.0, 21.0, 30.0})) << v;
     // By the reciprocal of the number, which is not the quotient: 5 / 3 ends on another bit.
     const double third = 1.0 / 3.0;
     const Vector3 mean = centroid({{1, 0, 3}, {4, 0, 0}, {0, 7, 0}});
@@ -86,21 +76,19 @@ TEST(Vector3, AngleTestsBelowAndAboveTheirBounds) {
 TEST(Vector3, PullBackOntoDependentVectors) {
     const Vector3 x(1.0, 0.0, 0.0);
     const Vector3 unwritten(7.0, 7.0, 7.0);
-    const struct {
-        const char* name;
-        Vector3 basis[2], coords;
-    } table[] = {{"equal: the first", {x, x}, {6.0, 0.0, 0.0}},
-                 {"parallel: the longer", {x, x * 2.0}, {0.0, 3.0, 0.0}},
-                 {"determinant below 1e-8", {x, {0.0, 9.9e-5, 0.0}}, {6.0, 0.0, 0.0}},
-                 {"above", {x, {0.0, 1.01e-4, 0.0}}, {6.0, 4.0 / 1.01e-4, 0.0}},
-                 {"longer than 1e-8", {{}, x * 1.01e-8}, {0.0, 6.0 / 1.01e-8, 0.0}},
-                 {"shorter", {{}, x * 0.99e-8}, unwritten}};
-    for (const auto& row : table) {
-        SCOPED_TRACE(row.name);
+    const auto expect = [&](const char* name, const Vector3& e0, const Vector3& e1,
+                            const Vector3& want) {
         Vector3 coords = unwritten;
-        EXPECT_EQ(Vector3(6.0, 4.0, 5.0).pullBack(row.basis, &coords), row.coords != unwritten);
-        expectNear(coords, row.coords, 1e-15 * row.coords.length());
-    }
+        const Vector3 basis[] = {e0, e1};
+        EXPECT_EQ(Vector3(6.0, 4.0, 5.0).pullBack(basis, &coords), want != unwritten) << name;
+        EXPECT_LE(distance(coords, want), 1e-15 * want.length()) << name;
+    };
+    expect("equal: the first", x, x, {6.0, 0.0, 0.0});
+    expect("parallel: the longer", x, x * 2.0, {0.0, 3.0, 0.0});
+    expect("determinant below 1e-8", x, {0.0, 9.9e-5, 0.0}, {6.0, 0.0, 0.0});
+    expect("above", x, {0.0, 1.01e-4, 0.0}, {6.0, 4.0 / 1.01e-4, 0.0});
+    expect("longer than 1e-8", {}, x * 1.01e-8, {0.0, 6.0 / 1.01e-8, 0.0});
+    expect("shorter", {}, x * 0.99e-8, unwritten);
 }
 
 // Weights near the border, for every order of the corners and off the plane.

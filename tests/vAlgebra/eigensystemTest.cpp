@@ -32,28 +32,23 @@ TEST(Eigensystem, AgainstEigen) {
 }
 
 TEST(Eigensystem, PivotsOfEqualAndOfNaNEntries) {
-    const struct {
-        const char* name;
-        double yx, zx, zy;
-        int p, q;
-    } table[] = {
-        {"all equal: the last", 1, 1, 1, 2, 1},     {"the first is largest", -2, 1, 1, 1, 0},
-        {"equal sizes: the later", 2, -2, 1, 2, 0}, {"nothing to choose", 0, 0, 0, 2, 1},
-        {"NaN alone", kNaN, kNaN, kNaN, 2, 1},      {"NaN beside a number", kNaN, 1, kNaN, 2, 0},
-    };
-    for (const auto& row : table) {
-        SCOPED_TRACE(row.name);
+    const auto expect = [](const char* name, double yx, double zx, double zy, int wantP,
+                           int wantQ) {
         int p = -1;
         int q = -1;
         double c = 0.0, s = 0.0, t = 0.0, tau = 0.0;
-        const Matrix3 m({1.0, row.yx, row.zx}, {row.yx, 1.0, row.zy}, {row.zx, row.zy, 2.0});
+        const Matrix3 m({1.0, yx, zx}, {yx, 1.0, zy}, {zx, zy, 2.0});
         jacobiRotation(m, p, q, c, s, t, tau);
-        EXPECT_EQ(p, row.p);
-        EXPECT_EQ(q, row.q);
-        if (row.p == 1) {
-            EXPECT_EQ(t, -1.0) << "equal diagonal entries turn by -45 degrees";
-        }
-    }
+        EXPECT_EQ(p, wantP) << name;
+        EXPECT_EQ(q, wantQ) << name;
+        return t;
+    };
+    expect("all equal: the last", 1, 1, 1, 2, 1);
+    expect("equal sizes: the later", 2, -2, 1, 2, 0);
+    expect("nothing to choose", 0, 0, 0, 2, 1);
+    expect("NaN alone", kNaN, kNaN, kNaN, 2, 1);
+    expect("NaN beside a number", kNaN, 1, kNaN, 2, 0);
+    EXPECT_EQ(expect("equal diagonal entries turn by -45 degrees", -2, 1, 1, 1, 0), -1.0);
 }
 
 TEST(Eigensystem, EndsOnEveryMagnitude) {

@@ -43,7 +43,7 @@ TEST(ForeignVector, OfTheLanguage) {
     expectInAndOut<double, std::array<double, 3>>();
     expectInAndOut<float, std::array<float, 3>>();
     expectInAndOut<int, std::array<int, 3>>();
-    const float numbers[3] = {1.0F, 2.0F, 3.0F};
+    const double numbers[3] = {1.0, 2.0, 3.0};
     EXPECT_TRUE(Vector3(numbers).equalsExactly({1.0, 2.0, 3.0}));
     struct Named {
         float z, y, x;

@@ -23,17 +23,17 @@ TEST(VectorUtils, SegmentDistanceAgainstDenseSampling) {
 
 // The end tests include their bound of 1e-13, which is of an unnormalised dot product.
 TEST(VectorUtils, SegmentDistanceAtTheEnds) {
-    const struct {
-        const char* name;
-        double x, end, want;
-    } table[] = {{"at the tolerance", 1e-13, 1, 0},    {"beyond it", 1.01e-13, 1, 1.01e-13},
-                 {"near the end", 1 - 0.99e-13, 1, 1}, {"a short segment", 0.5e-7, 1e-7, 0},
-                 {"of no length", 0.5, 0, 0},          {"a long one", 1e3, 2e3, 0.5}};
-    for (const auto& row : table) {
+    const auto expect = [](const char* name, double x, double end, double want) {
         double t = -1.0;
-        distSqToLineSegment({row.x, 1e-20, 0.0}, Vector3(), {row.end, 0.0, 0.0}, &t);
-        EXPECT_EQ(t, row.want) << row.name;
-    }
+        distSqToLineSegment({x, 1e-20, 0.0}, Vector3(), {end, 0.0, 0.0}, &t);
+        EXPECT_EQ(t, want) << name;
+    };
+    expect("at the tolerance", 1e-13, 1, 0);
+    expect("beyond it", 1.01e-13, 1, 1.01e-13);
+    expect("near the end", 1 - 0.99e-13, 1, 1);
+    expect("a short segment", 0.5e-7, 1e-7, 0);
+    expect("of no length", 0.5, 0, 0);
+    expect("a long one", 1e3, 2e3, 0.5);
 }
 
 TEST(VectorUtils, BasesAreRightHandedAlsoInPlace) {
