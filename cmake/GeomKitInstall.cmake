@@ -31,6 +31,7 @@ write_basic_package_version_file(geomKitConfigVersion.cmake COMPATIBILITY SameMi
 install(FILES
   "${PROJECT_BINARY_DIR}/geomKitConfig.cmake"
   "${PROJECT_BINARY_DIR}/geomKitConfigVersion.cmake"
+  "${CMAKE_CURRENT_LIST_DIR}/GeomKitFlags.cmake"
   DESTINATION "${package_dir}"
 )
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")

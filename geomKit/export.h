@@ -25,8 +25,20 @@
 
 // Inline code obeys the including file's flags. The CMake target and the pkg-config file switch
 // contraction off; the modes below would change documented results and can be told apart here.
-#if defined(__FAST_MATH__)
-#error "geomKit promises its results bit for bit: compile without -ffast-math / -Ofast"
+#if defined(__FAST_MATH__) || defined(_M_FP_FAST) || defined(_M_FP_CONTRACT)
+#error "geomKit promises its results bit for bit: compile without -ffast-math, -Ofast, /fp:fast"
+#endif
+#if defined(__FINITE_MATH_ONLY__)
+#if __FINITE_MATH_ONLY__
+#error "geomKit promises its results bit for bit: compile without -ffinite-math-only"
+#endif
+#endif
+// g++ says by this macro whether any of its unsafe modes is on.
+#if defined(__GCC_IEC_559) && !defined(__clang__)
+#if __GCC_IEC_559 == 0
+#error "geomKit promises its results bit for bit: compile without -funsafe-math-optimizations \
+or any of its parts (-fassociative-math, -freciprocal-math, -fno-signed-zeros)"
+#endif
 #endif
 static_assert(FLT_EVAL_METHOD == 0, "geomKit needs plain IEEE double evaluation (no x87 excess)");
 
