@@ -6,17 +6,20 @@ compared. A ratio below 1 means that geomKit is the faster.
 """
 import json
 import sys
+from typing import Dict, Iterator, Tuple
 
 OURS = "geomKit"
 
 
-def medians(path):
+def medians(path: str) -> Dict[str, float]:
     with open(path, encoding="utf-8") as file:
         runs = json.load(file)["benchmarks"]
-    return {run["run_name"]: run["cpu_time"] for run in runs if run.get("aggregate_name") == "median"}
+    return {
+        run["run_name"]: run["cpu_time"] for run in runs if run.get("aggregate_name") == "median"
+    }
 
 
-def rows(times):
+def rows(times: Dict[str, float]) -> Iterator[Tuple[str, str, float]]:
     """Yield (case, peer, ratio), where case is the name without its library."""
     for name, time in times.items():
         parts = name.split("/")
@@ -26,11 +29,11 @@ def rows(times):
         for other, peer_time in times.items():
             theirs = other.split("/")
             same = len(theirs) == len(parts) and theirs[at] != OURS
-            if same and theirs[:at] == parts[:at] and theirs[at + 1:] == parts[at + 1:]:
-                yield "/".join(parts[:at] + parts[at + 1:]), theirs[at], time / peer_time
+            if same and theirs[:at] == parts[:at] and theirs[at + 1 :] == parts[at + 1 :]:
+                yield "/".join(parts[:at] + parts[at + 1 :]), theirs[at], time / peer_time
 
 
-def main():
+def main() -> None:
     table = [row for path in sys.argv[1:] for row in rows(medians(path))]
     if not table:
         sys.exit(f"no benchmark named CASE/{OURS} with a peer in {' '.join(sys.argv[1:])}")

@@ -36,6 +36,17 @@ install(FILES
 )
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 
+# GDB reads a file named after a library of its own accord, from a folder that mirrors where the
+# library lies. That is known when the package is installed.
+set(debuggers "${PROJECT_SOURCE_DIR}/tools/debuggers")
+install(FILES "${debuggers}/geomkit_printers.py" "${debuggers}/geomKit.natvis"
+  DESTINATION "${CMAKE_INSTALL_DATADIR}/geomKit")
+if(BUILD_SHARED_LIBS AND UNIX AND NOT APPLE)
+  install(FILES "${debuggers}/geomkit_printers.py"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/gdb/auto-load\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}"
+    RENAME "libgeomKit.so.${PROJECT_VERSION}-gdb.py")
+endif()
+
 # The prefix is found from where the .pc file lies, so the tree may be moved.
 file(RELATIVE_PATH GEOMKIT_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" GEOMKIT_PC_TO_PREFIX "${GEOMKIT_PC_TO_PREFIX}")

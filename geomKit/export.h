@@ -36,7 +36,8 @@
 // g++ says by this macro whether any of its unsafe modes is on.
 #if defined(__GCC_IEC_559) && !defined(__clang__)
 #if __GCC_IEC_559 == 0
-#error "geomKit promises its results bit for bit: compile without -funsafe-math-optimizations \
+#error \
+    "geomKit promises its results bit for bit: compile without -funsafe-math-optimizations \
 or any of its parts (-fassociative-math, -freciprocal-math, -fno-signed-zeros)"
 #endif
 #endif

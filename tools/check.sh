@@ -60,6 +60,11 @@ check_headers() {
   cmake --build "$root/build/library" --parallel "$job_count" --target all_verify_interface_header_sets
 }
 
+check_python() {
+  say "Types of the Python programs"
+  (cd "$root" && git ls-files -z -- '*.py' | xargs -0 mypy --cache-dir build/mypy)
+}
+
 # The thread sanitizer sees only what runs concurrently: the tests named after threads.
 check_threads() {
   build tsan thread_tests
@@ -95,7 +100,7 @@ update_records() {
 }
 
 run_check() {
-  local step steps=(digests tidy headers threads fuzz docs)
+  local step steps=(digests tidy headers python threads fuzz docs)
   run_setup check
   if [ "${1:-}" = --update ]; then
     update_records

@@ -11,6 +11,8 @@ string(REPLACE "${INCLUDEDIR}/" "@INCLUDEDIR@/" installed "${installed}")
 string(REGEX REPLACE "(^|\n)${LIBDIR}/" "\\1@LIBDIR@/" installed "${installed}")
 string(REPLACE ".so.${VERSION}" ".so.@VERSION@" installed "${installed}")
 string(REGEX REPLACE "\\.so\\.${SOVERSION}(\n|$)" ".so.@SOVERSION@\\1" installed "${installed}")
+string(REGEX REPLACE "/auto-load/[^\n]*/${LIBDIR}/" "/auto-load/@PREFIX@/@LIBDIR@/" installed
+  "${installed}")
 # The targets file of a build type is named after it.
 string(REGEX REPLACE "Targets-[a-z]+\\.cmake" "Targets-@CONFIG@.cmake" installed "${installed}")
 
