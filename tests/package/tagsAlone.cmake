@@ -1,0 +1,22 @@
+# The tag framework uses nothing else of the project: no header of another folder, and no other of its
+# libraries among LINKED, what the library links.
+cmake_minimum_required(VERSION 3.22)
+
+file(GLOB sources "${SOURCE_DIR}/geomKit/tags/*.h" "${SOURCE_DIR}/geomKit/tags/*.cpp")
+set(own 0)
+foreach(source IN LISTS sources)
+  file(STRINGS "${source}" includes REGEX "^ *# *include *[<\"](geomKit|tests|examples|\\.)")
+  foreach(line IN LISTS includes)
+    if(line MATCHES "[<\"]geomKit/tags/[^/]*[>\"]")
+      math(EXPR own "${own} + 1")
+    else()
+      message(SEND_ERROR "${source}: ${line}")
+    endif()
+  endforeach()
+endforeach()
+if(own LESS 50)
+  message(FATAL_ERROR "only ${own} includes were seen")
+endif()
+if(LINKED MATCHES "geomKit" OR NOT LINKED MATCHES "pugixml")
+  message(FATAL_ERROR "the library links ${LINKED}")
+endif()
