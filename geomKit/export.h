@@ -33,12 +33,10 @@
 #error "geomKit promises its results bit for bit: compile without -ffinite-math-only"
 #endif
 #endif
-// g++ says by this macro whether any of its unsafe modes is on.
+// g++ says by this macro whether -funsafe-math-optimizations or any part of it is on.
 #if defined(__GCC_IEC_559) && !defined(__clang__)
 #if __GCC_IEC_559 == 0
-#error \
-    "geomKit promises its results bit for bit: compile without -funsafe-math-optimizations \
-or any of its parts (-fassociative-math, -freciprocal-math, -fno-signed-zeros)"
+#error "geomKit promises its results bit for bit: compile without -funsafe-math-optimizations"
 #endif
 #endif
 static_assert(FLT_EVAL_METHOD == 0, "geomKit needs plain IEEE double evaluation (no x87 excess)");
