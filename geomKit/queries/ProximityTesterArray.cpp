@@ -85,7 +85,7 @@ bool _isOrdinary(const ProximityTester& t) {
         return cellSize > 0x1p-1000 && cellSize < 0x1p1000;
     };
     const double cells = 1.0 * t.nx * t.ny * t.nz;
-    return t.nx > 0 && t.ny > 0 && cells <= static_cast<double>(t.occupied.size()) &&
+    return t.nx > 0 && t.ny > 0 && t.nz > 0 && cells <= static_cast<double>(t.occupied.size()) &&
            isOrdinary(t.cellX) && isOrdinary(t.cellY) && isOrdinary(t.cellZ);
 }
 

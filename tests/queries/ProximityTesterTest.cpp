@@ -1,8 +1,15 @@
+#include <memory>
+#include <tuple>
+
 #include "tests/support.h"
 
 using namespace geomKit;
 
 namespace {
+
+constexpr double kRounding = 1e-6;
+/// In cells, along each axis.
+constexpr double kReach = 2.0 + kRounding;
 
 TEST(ProximityTester, NeverLosesANearQueryNorAcceptsOneBeyondTwoCells) {
     InputSource in(61);
@@ -28,17 +35,22 @@ TEST(ProximityTester, NeverLosesANearQueryNorAcceptsOneBeyondTwoCells) {
             bool mayBeNear = false;
             for (const Vector3& p : pts) {
                 const Vector3 d = q - p;
-                isNear = isNear || (d * (1.0 / radius)).length() < 1.0 - 1e-9;
-                mayBeNear = mayBeNear || (std::abs(d.x) < 2.000001 * tester.cellX &&
-                                          std::abs(d.y) < 2.000001 * tester.cellY &&
-                                          std::abs(d.z) < 2.000001 * tester.cellZ);
+                isNear = isNear || (d * (1.0 / radius)).length() < 1.0 - kRounding;
+                mayBeNear = mayBeNear || (std::abs(d.x) < kReach * tester.cellX &&
+                                          std::abs(d.y) < kReach * tester.cellY &&
+                                          std::abs(d.z) < kReach * tester.cellZ);
             }
             const bool answer = tester.test(q);
-            EXPECT_TRUE(answer ? mayBeNear : !isNear) << set;
+            if (answer) {
+                EXPECT_TRUE(mayBeNear) << "set " << set;
+            } else {
+                EXPECT_FALSE(isNear) << "set " << set;
+            }
             ++(answer ? accepted : refused);
         }
     }
-    EXPECT_TRUE(accepted > 20000 && refused > 20000);
+    EXPECT_GT(accepted, 20000);
+    EXPECT_GT(refused, 20000);
 }
 
 TEST(ProximityTester, SizesItsCellsByTheRule) {
@@ -48,7 +60,7 @@ TEST(ProximityTester, SizesItsCellsByTheRule) {
         const ProximityTester t({corner, corner + extent}, 1.0);
         EXPECT_EQ(Vector3(t.cellX, t.cellY, t.cellZ), cells);
         EXPECT_EQ(t.origin, corner - cells);
-        EXPECT_TRUE(t.nx == nx && t.ny == ny && t.nz == nz);
+        EXPECT_EQ(std::tie(t.nx, t.ny, t.nz), std::tie(nx, ny, nz));
         EXPECT_EQ(t.occupied.size(), static_cast<std::size_t>(nx * ny * nz));
     };
     expectGrid({0, 0, 0}, {1, 1, 1}, 2, 2, 2);
@@ -67,7 +79,8 @@ TEST(ProximityTester, DefinesWhatCannotBeGridded) {
         const ProximityTester t(pts, radius);
         for (const Vector3& q : {o, Vector3(-1, 2, -3), far, -far})
             EXPECT_EQ(t.test(q), answer);
-        EXPECT_FALSE(t.test({0.0, kNaN, 0.0}) || t.test({0.0, 0.0, -kInfinity}));
+        EXPECT_FALSE(t.test({0.0, kNaN, 0.0}));
+        EXPECT_FALSE(t.test({0.0, 0.0, -kInfinity}));
     };
     expectAlways(false, {}, 1.0);
     for (const double radius : {0.0, -1.0, kNaN})
@@ -82,7 +95,46 @@ TEST(ProximityTester, DefinesWhatCannotBeGridded) {
     // The marking ends at a bad point, and the cells before it have no neighbours.
     const ProximityTester cut({o, {kNaN, 0, 0}, {10, 10, 10}}, 1.0);
     EXPECT_TRUE(cut.test({0.5, 0.5, 0.5}));
-    EXPECT_FALSE(cut.test({-0.5, 0.5, 0.5}) || cut.test({10, 10, 10}) || cut.test(far));
+    for (const Vector3& q : {Vector3(-0.5, 0.5, 0.5), Vector3(10, 10, 10), far})
+        EXPECT_FALSE(cut.test(q)) << q;
+}
+
+// Queries on the borders of cells, where the reciprocal of a size and the quotient round apart; and
+// fields that a host has edited.
+TEST(ProximityTester, ManyHaveTheAnswersOfOneByOne) {
+    InputSource in(62);
+    std::size_t accepted = 0;
+    for (int set = 0; set < 400; ++set) {
+        SCOPED_TRACE(set);
+        std::vector<Vector3> pts(static_cast<std::size_t>(in.index(30)));
+        for (Vector3& p : pts)
+            p = in.vector(2.0);
+        ProximityTester t(pts, in.uniform(0.1, 1.0));
+        std::int32_t* const counts[] = {&t.nx, &t.ny, &t.nz};
+        double* const sizes[] = {&t.cellX, &t.cellY, &t.cellZ};
+        const double wild[] = {0.0, -1.0, 1e-310, kNaN, kInfinity, 1e305};
+        if (set % 4 == 1) *counts[in.index(3)] = in.index(3) * 1000 - 1000;
+        if (set % 4 == 2) *sizes[in.index(3)] = wild[in.index(6)];
+        if (set % 8 > 4) t.occupied = std::vector<bool>(in.index(2) == 0 ? 0 : 50, true);
+        std::vector<Vector3> queries(static_cast<std::size_t>(in.index(150)));
+        for (Vector3& q : queries) {
+            const Vector3 cell = in.whole(8) + Vector3(6, 6, 6);
+            q = t.origin + Vector3(cell.x * t.cellX, cell.y * t.cellY, cell.z * t.cellZ);
+            if (in.index(2) == 0) q = in.vector(2.5);
+            if (in.index(20) == 0) q[in.index(3)] = wild[in.index(6)];
+        }
+        std::size_t want = 0;
+        const auto answers = std::make_unique<bool[]>(queries.size());
+        EXPECT_EQ(t.test(queries.data(), queries.size(), nullptr),
+                  t.test(queries.data(), queries.size(), answers.get()));
+        for (std::size_t i = 0; i < queries.size(); ++i) {
+            EXPECT_EQ(answers[i], t.test(queries[i])) << queries[i];
+            want += answers[i] ? 1 : 0;
+        }
+        EXPECT_EQ(t.test(queries.data(), queries.size(), nullptr), want);
+        accepted += want;
+    }
+    EXPECT_GT(accepted, 1000U);
 }
 
 }  // namespace
