@@ -32,7 +32,8 @@ TEST(PointFitting, AgreesWithTheSingularVectors) {
         Vector3 center;
         UVector3 normal;
         UVector3 direction;
-        ASSERT_TRUE(bestFitPlane(pts, &center, &normal) && bestFitLine(pts, nullptr, &direction));
+        ASSERT_TRUE(bestFitPlane(pts, &center, &normal));
+        ASSERT_TRUE(bestFitLine(pts, nullptr, &direction));
         EXPECT_LE((center - Vector3(mean.x(), mean.y(), mean.z())).length(), 1e-13 * size);
         expectAxis(normal, 2, variances[1] - variances[2]);
         expectAxis(direction, 0, variances[0] - variances[1]);
@@ -43,16 +44,23 @@ TEST(PointFitting, AnswersDegenerateSets) {
     Vector3 center(7.0, 8.0, 9.0);
     UVector3 normal(0.0, 1.0, 0.0);
     UVector3 dir(0.0, 1.0, 0.0);
-    EXPECT_FALSE(bestFitPlane({}, &center, &normal) || bestFitLine({Vector3()}, &center, &normal));
-    EXPECT_TRUE(center == Vector3(7.0, 8.0, 9.0) && normal == Vector3(0.0, 1.0, 0.0));
+    EXPECT_FALSE(bestFitPlane({}, &center, &normal));
+    EXPECT_FALSE(bestFitLine({Vector3()}, &center, &normal));
+    EXPECT_EQ(center, Vector3(7.0, 8.0, 9.0));
+    EXPECT_EQ(normal, Vector3(0.0, 1.0, 0.0));
 
     const std::vector<Vector3> row = {{1, 0, 0}, {2, 0, 0}, {6, 0, 0}};
-    EXPECT_TRUE(bestFitPlane(row, &center, &normal) && bestFitLine(row, nullptr, &dir));
-    EXPECT_TRUE(center == Vector3(3.0, 0.0, 0.0) && normal.x == 0.0 && std::abs(dir.x) == 1.0);
+    EXPECT_TRUE(bestFitPlane(row, &center, &normal));
+    EXPECT_TRUE(bestFitLine(row, nullptr, &dir));
+    EXPECT_EQ(center, Vector3(3.0, 0.0, 0.0));
+    EXPECT_EQ(normal.x, 0.0);
+    EXPECT_EQ(std::abs(dir.x), 1.0);
 
     const std::vector<Vector3> heap(5, Vector3(1.0, 2.0, 3.0));
-    EXPECT_TRUE(bestFitPlane(heap, nullptr, &normal) && bestFitLine(heap, nullptr, &dir));
-    EXPECT_TRUE(normal == Vector3(1.0, 0.0, 0.0) && dir == Vector3(0.0, 0.0, 1.0));
+    EXPECT_TRUE(bestFitPlane(heap, nullptr, &normal));
+    EXPECT_TRUE(bestFitLine(heap, nullptr, &dir));
+    EXPECT_EQ(normal, Vector3(1.0, 0.0, 0.0));
+    EXPECT_EQ(dir, Vector3(0.0, 0.0, 1.0));
 
     for (const double bad : {kNaN, kInfinity, 1e300})
         EXPECT_TRUE(bestFitPlane({Vector3(), {1, bad, 2}, {-bad, 1, 0}}, &center, &normal));

@@ -47,18 +47,18 @@ TEST(Segments2D, ToleranceIsADistanceAndEndsAreStrict) {
     const Vector3 o;
     const Vector3 e(4, 0, 0);
     const double more = std::nextafter(0.25, 1.0);
-    const struct {
-        double x, y, tol;  // an upright segment from (x, y), tested against o to e
-        bool inclusive, expected;
-    } cases[] = {
-        {4.25, -1, 0.25, true, true},   {std::nextafter(4.25, 5.0), -1, 0.25, true, false},
-        {3.75, -1, 0.25, false, true},  {std::nextafter(3.75, 4.0), -1, 0.25, false, false},
-        {1, 0.25, 0.25, true, false},   {1, 0.25, more, true, true},
-        {1, -0.25, 0.25, false, false}, {1, -more, 0.25, false, true},
+    // An upright segment from (x, y) against the one from o to e.
+    const auto crosses = [&](double x, double y, double tol, bool inclusive) {
+        return segsIntersect(o, e, {x, y, 0}, {x, 3, 0}, tol, inclusive);
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(segsIntersect(o, e, {c.x, c.y, 0}, {c.x, 3, 0}, c.tol, c.inclusive), c.expected)
-            << c.x << ' ' << c.y;
+    EXPECT_TRUE(crosses(4.25, -1, 0.25, true)) << "along the line, at the tolerance";
+    EXPECT_FALSE(crosses(std::nextafter(4.25, 5.0), -1, 0.25, true));
+    EXPECT_TRUE(crosses(3.75, -1, 0.25, false));
+    EXPECT_FALSE(crosses(std::nextafter(3.75, 4.0), -1, 0.25, false));
+    EXPECT_FALSE(crosses(1, 0.25, 0.25, true)) << "from the line, at the tolerance";
+    EXPECT_TRUE(crosses(1, 0.25, more, true));
+    EXPECT_FALSE(crosses(1, -0.25, 0.25, false));
+    EXPECT_TRUE(crosses(1, -more, 0.25, false));
     EXPECT_FALSE(segsIntersect(e, o, {1, 0.25, 0}, {1, 3, 0}, 0.25, true)) << "nor behind it";
     EXPECT_FALSE(segsIntersect(o, e, o, e, 0.0, true)) << "overlaps need a tolerance";
     EXPECT_FALSE(segsIntersect(o, e, o, e, 0.1, false));
@@ -93,15 +93,18 @@ TEST(Segments2D, RectanglesAgreeWithAParametricClip) {
         const Vector3 startA = a;
         const bool remains = segClipRect2D(a, b, rmin, rmax, b, a);
         if (to < from - 1e-9) {
-            ASSERT_FALSE(meets || remains) << startA << d;
+            ASSERT_FALSE(meets) << startA << d;
+            ASSERT_FALSE(remains) << startA << d;
             ++counts[0];
         } else if (to > from + 1e-9 && !onEdge) {
-            ASSERT_TRUE(meets && remains) << startA << d;
+            ASSERT_TRUE(meets) << startA << d;
+            ASSERT_TRUE(remains) << startA << d;
             ASSERT_LE(dist(b, startA + d * from), 1e-12) << "b was passed for the first end";
             ASSERT_LE(dist(a, startA + d * to), 1e-12);
             ++counts[1];
         } else if (onEdge) {
-            ASSERT_FALSE(remains || (meets && !d.isNull())) << startA << d;
+            ASSERT_FALSE(remains) << startA << d;
+            ASSERT_TRUE(!meets || d.isNull()) << startA << d;
             ++counts[2];
         }
     }
@@ -131,7 +134,8 @@ TEST(Segments2D, NonFiniteCoordinatesReturn) {
         Vector3 a = e;
         Vector3 b = v;
         EXPECT_TRUE(segClipHalfPlane2D(a, b, o, UVector3(1, 0, 0)));
-        EXPECT_TRUE(segsIntersect(o, v, o, e, 0.1, true) && !segIntersectRect2D(v, v, o, e));
+        EXPECT_TRUE(segsIntersect(o, v, o, e, 0.1, true));
+        EXPECT_FALSE(segIntersectRect2D(v, v, o, e));
         segClipRect2D(o, v, o, e, a, b);
         segClipRect2D(v, e, o, v, a, b);
     }
