@@ -44,8 +44,9 @@ TEST(Implicit, FitHasTheBitsOfThreePlainLoops) {
             std::vector<double> coefficients = field.weights;
             for (const double c : {field.offset, field.linear.x, field.linear.y, field.linear.z})
                 coefficients.push_back(c);
-            EXPECT_EQ(field.metZeroPivot(), plain.metZeroPivot) << kind.name << ' ' << count;
-            EXPECT_TRUE(sameBits(coefficients, plain.coefficients)) << kind.name << ' ' << count;
+            SCOPED_TRACE(kind.name + std::to_string(count));
+            EXPECT_EQ(field.metZeroPivot(), plain.metZeroPivot);
+            EXPECT_TRUE(sameBits(coefficients, plain.coefficients));
         }
     }
 }
@@ -85,6 +86,41 @@ TEST(Implicit, TakesItsSamplesOrTellsThatItDoesNot) {
     EXPECT_EQ(field.evaluate({0.1, 0.2, 0.3}), cut);
 }
 
+// Faults in the order in which they are looked for: the first of them is told.
+TEST(Implicit, CheckNamesTheSamplesToBlame) {
+    InputSource in(43);
+    using Fault = ImplicitCheck::Fault;
+    const auto expect = [](PlainSamples samples, Fault fault, const std::string& text) {
+        SCOPED_TRACE(text);
+        const ImplicitCheck check = Implicit(samples).check();
+        EXPECT_EQ(check.fault, fault);
+        EXPECT_EQ(static_cast<bool>(check), fault == Fault::None);
+        EXPECT_EQ(check.text(), text);
+    };
+    PlainSamples samples = cloud(in, 9);
+    expect(samples, Fault::None, "no fault");
+    samples[7].second = kInfinity;
+    expect(samples, Fault::FieldNotFinite,
+           "the field is not finite: a value is not, or distances overflow");
+    PlainSamples flat = samples;
+    for (auto& [point, value] : flat)
+        point.z = 0.0;
+    expect(flat, Fault::ZeroPivot,
+           "the samples do not determine a field: they lie in a plane or nearly so");
+    expect(cloud(in, 3), Fault::TooFewSamples,
+           "there are only 3 samples, and a field takes at least 4");
+    // Two pairs and a triple: the least second member, with the first that it repeats.
+    samples[8].first = samples[0].first;
+    samples[4].first = samples[6].first = samples[2].first = {0.0, 0.5, 1.0};
+    samples[4].first.x = -0.0;
+    samples[5].first = samples[1].first;
+    expect(samples, Fault::RepeatedSample, "samples 2 and 4 have the same centre");
+    expect({samples[2], samples[4]}, Fault::RepeatedSample, "samples 0 and 1 have the same centre");
+    samples[3].first.y = kNaN;
+    samples[6].first.z = kInfinity;
+    expect(samples, Fault::NotFinite, "the centre of sample 3 is not finite");
+}
+
 // The sums as plain loops: what blocks of terms, lanes of points and registers of any width keep.
 TEST(Implicit, ThreadsOverArraysGiveTheBitsOfPlainSums) {
     InputSource in(44);
@@ -115,10 +151,13 @@ TEST(Implicit, ThreadsOverArraysGiveTheBitsOfPlainSums) {
                     const double r = std::sqrt(d.z * d.z + d.x * d.x + d.y * d.y);
                     gradient += d * (3.0 * r) * field.weights[k];
                 }
-                EXPECT_TRUE(sameBits(values[i], value) && sameBits(gradients[i], gradient)) << i;
-                EXPECT_TRUE(sameBits(field.evaluate(p), value) &&
-                            sameBits(field.getGradient(p), gradient));
+                EXPECT_TRUE(sameBits(values[i], value)) << i;
+                EXPECT_TRUE(sameBits(gradients[i], gradient)) << i;
+                EXPECT_TRUE(sameBits(field.evaluate(p), value)) << i;
+                EXPECT_TRUE(sameBits(field.getGradient(p), gradient)) << i;
             }
+            field.evaluate(points.data(), count, nullptr);
+            field.getGradient(points.data(), count, nullptr);
         }
     }
 }
