@@ -182,7 +182,7 @@ TEST(Skinning, FlatInfluencesStayWithinTheirEntries) {
     using Offsets = std::vector<std::size_t>;
     constexpr std::size_t kFar = std::numeric_limits<std::size_t>::max();
     const std::int32_t bones[] = {10, 11, 12, 13};
-    const double weights[] = {0.5, 0.0, 2.0, 3.0};
+    const double weights[] = {0.5, 0.0, -2.0, 3.0};
     const auto expect = [](const char* name, const FlatInfluences& flat, const Offsets& offsets,
                            const std::vector<std::int32_t>& wantedBones) {
         EXPECT_EQ(flat.offsets(), offsets) << name;
