@@ -1,3 +1,5 @@
+#include <numeric>
+
 #include "geomKit/vAlgebra/centroid.h"
 #include "tests/vAlgebra/ExpectNear.h"
 #include "tests/valueTypes.h"
@@ -43,11 +45,10 @@ TEST(Vector3, IsThreeNumbers) {
         EXPECT_TRUE(lerp(a, b, 1.0).equalsExactly(b));
     }
     expectExactEquality<Vector3, ExactHash, ExactEqual>({1.0, 2.0, 3.0});
-    Vector3 v(1.0, 2.0, 3.0);
-    for (double& number : v)
-        number *= 10.0;
-    v.data()[1] += 1.0;
-    EXPECT_TRUE(v.equalsExactly({10.0, 21.0, 30.0})) << v;
+    Vector3 v;
+    std::iota(v.begin(), v.end(), 1.0);
+    v.data()[1] += 10.0;
+    EXPECT_TRUE(v.equalsExactly({1.0, 12.0, 3.0})) << v;
     // By the reciprocal of the number, which is not the quotient: 5 / 3 ends on another bit.
     const double third = 1.0 / 3.0;
     const Vector3 mean = centroid({{1, 0, 3}, {4, 0, 0}, {0, 7, 0}});

@@ -3,7 +3,6 @@
 #include <fstream>
 #include <iterator>
 #include <regex>
-#include <sstream>
 #include <string>
 
 #include <geomKit/debugDraw/gkFuncBinder.h>
@@ -22,29 +21,18 @@ namespace fs = std::filesystem;
 
 /// Equal but for the last digit of numbers, which compilers and processors may round otherwise.
 void expectAlike(const std::string& a, const std::string& b) {
+    constexpr double kLastDigit = 0.0101;
     const std::regex decimal("-?[0-9]+\\.[0-9]+");
     EXPECT_EQ(std::regex_replace(a, decimal, "#"), std::regex_replace(b, decimal, "#"));
     const std::sregex_iterator end;
     std::sregex_iterator inB(b.begin(), b.end(), decimal);
     for (std::sregex_iterator inA(a.begin(), a.end(), decimal); inA != end && inB != end; ++inA) {
-        ASSERT_NEAR(std::stod(inA->str()), std::stod(inB->str()), 0.0101) << inA->position();
+        ASSERT_NEAR(std::stod(inA->str()), std::stod(inB->str()), kLastDigit) << inA->position();
         ++inB;
     }
 }
 
-/// Every place in the data of a path, which has M, L, h0 and Z only, must lie on the sheet.
-void expectInside(const std::string& data, double width, double height) {
-    std::istringstream places(data);
-    for (char command = 0; places >> command;) {
-        double x = 0.0;
-        double y = 0.0;
-        if (command == 'Z' || (command == 'h' && places >> x)) continue;
-        ASSERT_TRUE((command == 'M' || command == 'L') && places >> x >> y) << data;
-        EXPECT_TRUE(x >= 0.0 && x <= width && y >= 0.0 && y <= height) << x << ' ' << y;
-    }
-}
-
-TEST(Gallery, PicturesAreThoseOfThePagesSmallAndInsideTheirSheets) {
+TEST(Gallery, PicturesAreThoseOfThePagesAndSmall) {
     constexpr std::size_t kMostBytes = 60000;
     for (const Picture& picture : pictures()) {
         SCOPED_TRACE(picture.name);
@@ -52,15 +40,6 @@ TEST(Gallery, PicturesAreThoseOfThePagesSmallAndInsideTheirSheets) {
         std::ifstream stream(GEOMKIT_GALLERY_FOLDER "/" + std::string(picture.name) + ".svg");
         expectAlike(text, {std::istreambuf_iterator<char>(stream), {}});
         EXPECT_LT(text.size(), kMostBytes);
-        pugi::xml_document document;
-        ASSERT_TRUE(document.load_string(text.c_str()));
-        const pugi::xml_node svg = document.child("svg");
-        const double width = svg.attribute("width").as_double();
-        const double height = svg.attribute("height").as_double();
-        for (const pugi::xml_node& path : svg.children("path")) {
-            expectInside(path.attribute("d").value(), width, height);
-        }
-        EXPECT_TRUE(svg.child("path") && svg.child("text"));
     }
     const auto files = fs::directory_iterator(GEOMKIT_GALLERY_FOLDER);
     EXPECT_EQ(std::distance(begin(files), end(files)), static_cast<long>(pictures().size()));
