@@ -3,7 +3,8 @@
 #include <cmath>
 #include <utility>
 
-#include "geomKit/queries/bracketedRoot.h"
+#include "geomKit/queries/cubic/CubicBracket.h"
+#include "geomKit/queries/cubic/bracketedRoot.h"
 #include "geomKit/vAlgebra/Tolerances.h"
 
 namespace geomKit {

@@ -1,9 +1,11 @@
 /// @file
-/// A cubic and an interval at whose ends its values differ in sign. Internal to `solveCubic`: not
-/// installed.
+/// An interval at whose ends the values of a cubic differ in sign, and the steps of the documented
+/// iteration. Internal to `solveCubic`: not installed.
 #pragma once
 
 #include <cmath>
+
+#include "geomKit/queries/cubic/CubicPolynomial.h"
 
 namespace geomKit::detail {
 
@@ -14,27 +16,10 @@ inline constexpr double kBracketTol = 1e-13;
 inline constexpr double kCutInset = 1e-10;
 inline constexpr double kWideBracket = 3e-10;
 
-struct CubicPolynomial {
-    double a;
-    double b;
-    double c;
-    double d;
-
-    double operator()(double x) const { return ((a * x + b) * x + c) * x + d; }
-    double slope(double x) const { return (3.0 * a * x + 2.0 * b) * x + c; }
-    double bend(double x) const { return 6.0 * a * x + 2.0 * b; }
-    /// Bounds of |f| and |f'| over [-x, x].
-    double largest(double x) const {
-        return ((std::abs(a) * x + std::abs(b)) * x + std::abs(c)) * x + std::abs(d);
-    }
-    double steepest(double x) const {
-        return (3.0 * std::abs(a) * x + 2.0 * std::abs(b)) * x + std::abs(c);
-    }
-};
-
 struct CubicBracket {
     double lo;
     double hi;
+    /// The values at the ends. They are kept, because they would come out the same again.
     double fLo;
     double fHi;
 
@@ -42,11 +27,12 @@ struct CubicBracket {
     bool isWide() const { return width() >= kWideBracket; }
     double middle() const { return (lo + hi) * 0.5; }
     /// The zero of the chord, kept inside.
-    double cut() const { return isWide() ? wideCut() : narrowCut(); }
-    double wideCut() const { return iChordZero(lo + kCutInset, hi - kCutInset); }
-    double narrowCut() const { return iChordZero(lo, hi); }
-    /// The difference is signed on purpose: a falling cubic is only ever halved.
+    double cut() const {
+        return isWide() ? iChordZero(lo + kCutInset, hi - kCutInset) : iChordZero(lo, hi);
+    }
+    /// The difference is signed on purpose: a falling bracket is only ever halved.
     bool mayBeCut() const { return !(fHi - fLo <= kValueTol); }
+    /// Whether a step to x, where the value is fx, moves `lo` and leaves `hi`.
     bool keepsHi(double fx) const { return fx * fHi <= 0.0; }
     void setLo(double x, double fx) {
         lo = x;
@@ -71,9 +57,9 @@ struct CubicBracket {
     double nearerEnd() const { return std::abs(fHi) < std::abs(fLo) ? hi : lo; }
 
 private:
-    /// An overflowed chord has no zero: NaN becomes the upper bound, and the halving of the next
-    /// step makes the progress. The test comes first because it is predicted; the selections that
-    /// it avoids would delay every step.
+    /// Clips to the upper bound, then to the lower one. NaN, the zero of an overflowed chord,
+    /// becomes the upper bound. The first test changes no result: it is well predicted, and the
+    /// selections that follow it would delay every step.
     double iChordZero(double lower, double upper) const {
         const double x = (fHi * lo - fLo * hi) / (fHi - fLo);
         if (x > lower && x < upper) return x;

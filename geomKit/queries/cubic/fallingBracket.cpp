@@ -1,4 +1,4 @@
-#include "geomKit/queries/fallingCubic.h"
+#include "geomKit/queries/cubic/fallingBracket.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -7,18 +7,21 @@ namespace geomKit::detail {
 
 namespace {
 
-/// The brackets of level n, after n halvings of [-X, X], are X 2^(1-n) wide. For X >= 1 those of
-/// level 44 are wider than `kBracketTol`. For X <= 243 < 2^8 all their ends, multiples of X 2^-43,
-/// and the sums of two have at most 53 bits, so that the middles are exact.
+/// The bracket of level n, after n halvings of [-X, X], is one of 2^n equal parts. Up to this level
+/// and this X, parts are wider than `kBracketTol` and their ends and middles are exact: the lemma
+/// of exact halvings.
 constexpr int kLastLevel = 44;
 constexpr double kLastWidth = 0x1p-43;
 constexpr double kLargestBracket = 243.0;
+/// Few cubics that fall nowhere in the bracket by then do so later.
 constexpr int kEvaluatedHalvings = 12;
 
-/// Horner's form errs by at most 6 roundings of 2^-53, 6.7e-16, times the bound of |f|.
+/// A computed value errs by at most 6 roundings, 6.7e-16, of the bound of |f|.
 constexpr double kNoise = 1e-15;
-/// Below this the product of two values could underflow, and with it the test of their signs.
+/// The product of two values above this does not underflow.
 constexpr double kLeastNoise = 1e-150;
+/// A computed slope errs by at most 12 roundings, 1.4e-15, of the bound of |f'|.
+constexpr double kSlopeNoise = 1e-14;
 constexpr int kNewtonSteps = 8;
 
 struct Interval {
@@ -26,18 +29,17 @@ struct Interval {
     double hi;
 };
 
-/// Whether f' < 0 in all of the bracket, by its Taylor expansion at the middle. The margin is ten
-/// times what rounding can do.
+/// Whether f' < 0 in all of the bracket, by its Taylor expansion about the middle: the lemma of the
+/// falling bracket.
 bool _falls(const CubicPolynomial& f, const CubicBracket& b) {
     const double x = b.middle();
     const double h = b.width() * 0.5;
     const double change = (std::abs(f.bend(x)) + 3.0 * std::abs(f.a) * h) * h;
-    return f.slope(x) + change < -1e-14 * f.steepest(std::abs(x) + h);
+    return f.slope(x) + change < -kSlopeNoise * f.steepest(std::abs(x) + h);
 }
 
-/// An interval about the root of a falling bracket. At its ends the values exceed 3 times the
-/// noise, the exact ones hence 2 times. Outside of it, f being monotone, so do the exact ones, and
-/// the computed ones exceed the noise: their signs are certain.
+/// Finds an interval within the falling bracket outside of which computed values have a certain
+/// sign: the lemma of certain signs. Newton's method only proposes it, the last line proves it.
 bool _encloseRoot(const CubicPolynomial& f, const CubicBracket& b, Interval& root) {
     const double noise = kNoise * f.largest(std::max(std::abs(b.lo), std::abs(b.hi)));
     double x = b.middle();
@@ -55,13 +57,13 @@ bool _encloseRoot(const CubicPolynomial& f, const CubicBracket& b, Interval& roo
            f(root.lo) > 3.0 * noise && f(root.hi) < -3.0 * noise;
 }
 
-/// Goes on to the deepest bracket that holds `root`, if it is deeper than the present one.
+/// Goes to the deepest part that holds `root`, if it is deeper than the present one.
 void _descend(const CubicPolynomial& f, double size, const Interval& root, HalvedBracket& at) {
-    // Counted from both ends, so that a root's bound on a boundary belongs to the side of the root.
-    constexpr std::int64_t kCells = std::int64_t{1} << kLastLevel;
+    constexpr std::int64_t kParts = std::int64_t{1} << kLastLevel;
     double width = size * kLastWidth;
+    // Counted from the nearer end, an end of `root` on a boundary is on the side of the root.
     auto first = static_cast<std::int64_t>((root.lo + size) / width);
-    auto last = kCells - 1 - static_cast<std::int64_t>((size - root.hi) / width);
+    auto last = kParts - 1 - static_cast<std::int64_t>((size - root.hi) / width);
     int level = kLastLevel;
     for (; first != last && level > at.halvings; --level) {
         first >>= 1;
@@ -70,7 +72,7 @@ void _descend(const CubicPolynomial& f, double size, const Interval& root, Halve
     }
     const double lo = static_cast<double>(first) * width - size;
     const double hi = lo + width;
-    // The indices were rounded: only the ends themselves tell.
+    // The divisions were rounded, so the part may be a wrong one.
     if (level <= at.halvings || !(lo <= root.lo && root.hi <= hi)) return;
     at = {{lo, hi, f(lo), f(hi)}, level};
 }
@@ -88,8 +90,8 @@ HalvedBracket halveFalling(const CubicPolynomial& f, const CubicBracket& start) 
     if (!_encloseRoot(f, at.bracket, root)) return at;
     _descend(f, start.hi, root, at);
     if (at.halvings >= kLastLevel - 4) return at;
-    // A middle lies within the interval, as when the root is a short number. Once it is decided,
-    // one end of the bracket stays there and the other halvings are certain again.
+    // A middle lies inside of `root`, as it does when the root is a short binary number. Once its
+    // side is decided, the halvings are certain again: the lemma of the decided middle.
     at.bracket.halve(f);
     ++at.halvings;
     root = {std::max(root.lo, at.bracket.lo), std::min(root.hi, at.bracket.hi)};
