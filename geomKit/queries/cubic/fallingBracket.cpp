@@ -81,7 +81,7 @@ void _descend(const CubicPolynomial& f, double size, const Interval& root, Halve
 
 HalvedBracket halveFalling(const CubicPolynomial& f, const CubicBracket& start) {
     HalvedBracket at = {start, 0};
-    if (!(start.fLo > 0.0 && start.fHi < 0.0 && start.hi <= kLargestBracket)) return at;
+    if (!(start.hi <= kLargestBracket)) return at;
     for (; !_falls(f, at.bracket); ++at.halvings) {
         if (at.bracket.mayBeCut() || at.halvings == kEvaluatedHalvings) return at;
         at.bracket.halve(f);
