@@ -1,4 +1,8 @@
 #include <array>
+#include <cstdint>
+#include <sstream>
+#include <string>
+#include <vector>
 
 #include "tests/reference/literalCubic.h"
 #include "tests/support.h"
@@ -7,15 +11,124 @@ using namespace geomKit;
 
 namespace {
 
-bool hasPlainBits(const std::array<double, 4>& k) {
-    double ours[3] = {7.0, 7.0, 7.0};
-    double plain[3] = {7.0, 7.0, 7.0};
-    bool same = solveCubic(k[0], k[1], k[2], k[3], ours) ==
-                solveCubicLiterally(k[0], k[1], k[2], k[3], plain);
-    for (int j = 0; j < 3; ++j)
-        same =
-            same && (sameBits(ours[j], plain[j]) || (std::isnan(ours[j]) && std::isnan(plain[j])));
-    return same;
+using Coefficients = std::array<double, 4>;
+
+constexpr double kUntouched = 77.0;
+
+std::string text(const Coefficients& k) {
+    std::ostringstream out;
+    out << std::hexfloat << k[0] << " " << k[1] << " " << k[2] << " " << k[3];
+    return out.str();
+}
+
+Coefficients fromRoots(double a, double p, double q, double r) {
+    return {a, -a * (p + q + r), a * (p * q + q * r + r * p), -a * p * q * r};
+}
+
+/// Beside the root p, the complex pair q +- i sqrt(h).
+Coefficients fromRootAndPair(double a, double p, double q, double h) {
+    const double square = q * q + h;
+    return {a, -a * (p + 2.0 * q), a * (2.0 * p * q + square), -a * p * square};
+}
+
+double sign(InputSource& in) {
+    return in.index(2) == 0 ? 1.0 : -1.0;
+}
+
+/// Of either sign, its magnitude log-uniform between powers of 2.
+double logUniform(InputSource& in, int least, int greatest) {
+    const double mantissa = in.uniform(1.0, 2.0);
+    return sign(in) * std::ldexp(mantissa, least + in.index(greatest - least));
+}
+
+/// In [-8, 8), with at most `bits` binary places.
+double shortNumber(InputSource& in, int bits) {
+    const int places = in.index(bits + 1);
+    return std::ldexp(in.index(16 << places) - (8 << places), -places);
+}
+
+TEST(PolynomialRoots, AnswersAsDocumentedWhereAQuadraticIsDegenerate) {
+    const struct {
+        const char* name;
+        double a, b, c;
+        std::vector<double> roots;
+    } rows[] = {
+        {"double root", 1.0, -2.0, 1.0, {1.0, 1.0}},
+        {"ascending for a > 0", 1.0, 0.0, -1.0, {-1.0, 1.0}},
+        {"descending for a < 0", -1.0, 0.0, 1.0, {1.0, -1.0}},
+        {"no root", 1.0, 0.0, 1.0, {}},
+        {"linear", 0.0, 2.0, -4.0, {2.0}},
+        {"a just below the tolerance", 0.9e-13, 2.0, -4.0, {2.0}},
+        {"a just above the tolerance", -1.1e-13, 1.1e-13, 0.0, {0.5, 0.5}},
+        {"constant", 0.0, 0.0, 5.0, {}},
+        {"b just below the tolerance", 0.0, 0.9e-13, 1.0, {}},
+        {"b just above the tolerance", 0.0, -0x1p-43, 1.0, {0x1p43}},
+        {"every x is a root", 0.0, 0.0, 0.0, {}},
+        {"NaN leading", kNaN, 1.0, 1.0, {kNaN, kNaN}},
+        {"NaN constant", 1.0, 1.0, kNaN, {kNaN, kNaN}},
+        {"NaN in a linear equation", 0.0, kNaN, 1.0, {kNaN}},
+        {"NaN in a constant", 0.0, 0.0, kNaN, {}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::vector<double> expected = row.roots;
+        expected.resize(2, kUntouched);
+        std::vector<double> x(2, kUntouched);
+        EXPECT_EQ(solveQuadratic(row.a, row.b, row.c, x.data()),
+                  static_cast<int>(row.roots.size()));
+        EXPECT_TRUE(sameBits(x, expected)) << x[0] << " " << x[1];
+    }
+}
+
+TEST(PolynomialRoots, DecidesByTheExactDiscriminantAndSatisfiesTheQuadratic) {
+    // Whole coefficients have an exact discriminant; powers of 2 move it across the tolerance.
+    InputSource in(40);
+    for (int i = 0; i < 40000; ++i) {
+        const std::int64_t a = (in.index(1000) + 1) * (in.index(2) == 0 ? 1 : -1);
+        const std::int64_t b = in.index(2000001) - 1000000;
+        const std::int64_t nearDouble = b * b / (4 * a) + in.index(3) - 1;
+        const std::int64_t c = i % 2 == 0 ? nearDouble : in.index(2000001) - 1000000;
+        const double scale = std::ldexp(1.0, -in.index(30));
+        const double k[3] = {static_cast<double>(a) * scale, static_cast<double>(b) * scale,
+                             static_cast<double>(c) * scale};
+        SCOPED_TRACE(text({k[0], k[1], k[2], scale}));
+        const double discriminant = static_cast<double>(b * b - 4 * a * c) * scale * scale;
+        double x[2];
+        ASSERT_EQ(solveQuadratic(k[0], k[1], k[2], x), discriminant < -1e-13 ? 0 : 2);
+        if (discriminant < -1e-13) continue;
+        EXPECT_EQ(x[0] == x[1], discriminant < 1e-13);
+        // Within the tolerance a double root misses by the discriminant.
+        const double missed = x[0] == x[1] ? std::abs(discriminant / (4.0 * k[0])) : 0.0;
+        const double size = k[1] * k[1] / std::abs(k[0]) + std::abs(k[2]);
+        for (const long double root : x) {
+            const long double residual = (k[0] * root + k[1]) * root + k[2];
+            EXPECT_LE(std::abs(residual), missed + 1e-15 * size);
+        }
+    }
+}
+
+TEST(PolynomialRoots, AnswersAsDocumentedWhereACubicIsDegenerate) {
+    const struct {
+        const char* name;
+        Coefficients k;
+        std::vector<double> roots;
+    } rows[] = {
+        {"three roots", {1.0, -6.0, 11.0, -6.0}, {1.0, 2.0, 3.0}},
+        {"one root", {1.0, 0.0, 0.0, 1.0}, {-1.0}},
+        {"triple root", {1.0, 0.0, 0.0, 0.0}, {0.0, 0.0, 0.0}},
+        {"double root, ascending though a < 0", {-1.0, 0.0, 3.0, -2.0}, {-2.0, 1.0, 1.0}},
+        {"no cubic term, not sorted", {0.9e-13, -1.0, 0.0, 1.0}, {1.0, -1.0}},
+        {"no cubic and no square term", {0.0, 0.0, 2.0, -4.0}, {2.0}},
+        {"constant", {0.0, 0.0, 0.0, 5.0}, {}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        double x[3] = {kUntouched, kUntouched, kUntouched};
+        ASSERT_EQ(solveCubic(row.k[0], row.k[1], row.k[2], row.k[3], x),
+                  static_cast<int>(row.roots.size()));
+        for (std::size_t i = 0; i < 3; ++i)
+            EXPECT_NEAR(x[i], i < row.roots.size() ? row.roots[i] : kUntouched, 1e-13);
+    }
 }
 
 TEST(PolynomialRoots, FindsTheRootsThatACubicWasBuiltFrom) {
@@ -29,56 +142,128 @@ TEST(PolynomialRoots, FindsTheRootsThatACubicWasBuiltFrom) {
         double expected[3] = {p, q, r};
         std::sort(expected, expected + 3);
         const double scale = i % 3 == 0 ? 1.0 : std::ldexp(1.0, in.index(20));
-        const double b = -a * (p + q + r) * scale;
-        const double c = a * (p * q + q * r + r * p) * scale * scale;
+        const Coefficients three = fromRoots(a, p * scale, q * scale, r * scale);
+        SCOPED_TRACE(text(three));
         double x[3];
-        ASSERT_EQ(solveCubic(a, b, c, -a * p * q * r * scale * scale * scale, x), 3);
+        ASSERT_EQ(solveCubic(three[0], three[1], three[2], three[3], x), 3);
         for (int k = 0; k < 3; ++k)
-            EXPECT_NEAR(x[k], expected[k] * scale, 1e-9 * scale) << p << " " << q << " " << r;
-        // One real root: the quadratic factor has the roots q +- i sqrt(r^2 + 1).
-        const double m = q * q + r * r + 1.0;
-        ASSERT_EQ(solveCubic(a, -a * (p + 2.0 * q), a * (2.0 * p * q + m), -a * p * m, x), 1);
+            EXPECT_NEAR(x[k], expected[k] * scale, 1e-9 * scale);
+        const Coefficients one = fromRootAndPair(a, p, q, r * r + 1.0);
+        SCOPED_TRACE(text(one));
+        ASSERT_EQ(solveCubic(one[0], one[1], one[2], one[3], x), 1);
         EXPECT_NEAR(x[0], p, 5e-14);
     }
 }
 
-TEST(PolynomialRoots, ReturnsTheBitsOfThePlainFormForEveryInput) {
+void expectPlainBits(const Coefficients& k) {
+    double ours[3] = {kUntouched, kUntouched, kUntouched};
+    double plain[3] = {kUntouched, kUntouched, kUntouched};
+    EXPECT_EQ(solveCubic(k[0], k[1], k[2], k[3], ours),
+              solveCubicLiterally(k[0], k[1], k[2], k[3], plain))
+        << text(k);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_TRUE(sameBits(ours[i], plain[i])) << text(k) << ", root " << i;
+}
+
+TEST(PolynomialRoots, ReturnsTheBitsOfThePlainFormForSpecialNumbers) {
     const double special[] = {0.0,   1.0,   -1.0,   1e-13,     -3e-160,    5e-324,
                               1e154, 1e308, -1e308, kInfinity, -kInfinity, kNaN};
-    constexpr int kSpecials = 12 * 12 * 12 * 12;
-    InputSource in(43);
-    for (int i = 0; i < 2 * kSpecials; ++i) {
-        std::array<double, 4> k;
-        for (int j = 0, n = i; j < 4; ++j, n /= 12) {
-            const double drawn = in.uniform(-1.0, 1.0) * std::pow(10.0, in.index(9));
-            k[static_cast<std::size_t>(j)] = i < kSpecials ? special[n % 12] : drawn;
+    for (const double a : special) {
+        for (const double b : special) {
+            for (const double c : special) {
+                for (const double d : special)
+                    expectPlainBits({a, b, c, d});
+            }
         }
-        EXPECT_TRUE(hasPlainBits(k)) << i;
     }
 }
 
-TEST(PolynomialRoots, ReturnsTheBitsOfThePlainFormForRootsAtItsProbes) {
-    // Probes are multiples of 3^m / 2^n. A close pair, or a slope that nearly vanishes, leaves
-    // little of the bracket where signs are certain.
-    InputSource in(47);
-    for (int i = 0; i < 60000; ++i) {
-        const double x = in.uniform(-1.0, 1.0);
-        const int bits = in.index(16);
-        const double probe =
-            std::ldexp(std::pow(3.0, in.index(7)) * std::floor(std::ldexp(x, bits)), -bits);
-        const double p = i % 2 == 0 ? probe : 8.0 * x;
-        const double q = i % 3 == 0 ? p + std::ldexp(x, -in.index(50)) : in.uniform(-30.0, 30.0);
-        const double r = i % 7 == 0 ? 2.0 * p - q : in.uniform(-9.0, 9.0);
-        const double a = std::ldexp(i % 5 < 2 ? 1.0 : -1.0, in.index(60) - 40);
-        const double square = i % 11 == 0 ? q * q + r * r : q * r;
-        const double sum = i % 11 == 0 ? 2.0 * q : q + r;
-        EXPECT_TRUE(hasPlainBits({a, -a * (p + sum), a * (p * sum + square), -a * p * square}))
-            << i;
+/// A number that halving of a bracket about 0 meets, or one of its neighbours.
+double probe(InputSource& in) {
+    const double power = std::pow(3.0, in.index(7));
+    const int bits = in.index(46);
+    const double x = power * std::ldexp(std::floor(std::ldexp(in.uniform(-1.0, 1.0), bits)), -bits);
+    const double target = sign(in) * kInfinity;
+    return in.index(3) == 0 ? std::nextafter(x, target) : x;
+}
+
+TEST(PolynomialRoots, ReturnsTheBitsOfThePlainFormForHardNumbers) {
+    const struct {
+        const char* name;
+        Coefficients (*draw)(InputSource&);
+    } families[] = {
+        {"coefficients of all magnitudes",
+         [](InputSource& in) -> Coefficients {
+             return {logUniform(in, -43, 1023), logUniform(in, -1074, 1023),
+                     logUniform(in, -1074, 1023), logUniform(in, -1074, 1023)};
+         }},
+        {"coefficients about 1",
+         [](InputSource& in) -> Coefficients {
+             return {logUniform(in, -43, 12), logUniform(in, -43, 12), logUniform(in, -43, 12),
+                     logUniform(in, -43, 12)};
+         }},
+        {"values within the tolerance",
+         [](InputSource& in) -> Coefficients {
+             return {logUniform(in, -43, -39), logUniform(in, -60, -30), logUniform(in, -60, -30),
+                     logUniform(in, -1074, -30)};
+         }},
+        {"short roots",
+         [](InputSource& in) {
+             const double p = shortNumber(in, 12);
+             const double q = shortNumber(in, 10);
+             return fromRoots(sign(in), p, q, shortNumber(in, 10));
+         }},
+        {"a short root and a complex pair",
+         [](InputSource& in) {
+             const double p = shortNumber(in, 12);
+             const double q = shortNumber(in, 8);
+             return fromRootAndPair(sign(in), p, q, shortNumber(in, 8) + 8.01);
+         }},
+        {"nearly triple roots",
+         [](InputSource& in) {
+             const double p = in.uniform(-8.0, 8.0);
+             const double q = p + logUniform(in, -54, 0);
+             const double r = p + logUniform(in, -54, 0);
+             return fromRoots(logUniform(in, -30, 4), p, q, r);
+         }},
+        {"falling, a root at a probe",
+         [](InputSource& in) {
+             const double a = -std::abs(logUniform(in, -30, 6));
+             const double p = probe(in);
+             const double q = in.uniform(-9.0, 9.0);
+             return fromRootAndPair(a, p, q, std::abs(logUniform(in, -20, 8)));
+         }},
+        {"falling, roots of all magnitudes",
+         [](InputSource& in) {
+             const double a = -std::abs(logUniform(in, -43, 40));
+             const double p = logUniform(in, -60, 8);
+             const double q = logUniform(in, -40, 8);
+             return fromRootAndPair(a, p, q, std::abs(logUniform(in, -60, 8)));
+         }},
+        {"large roots",
+         [](InputSource& in) {
+             const double a = logUniform(in, -43, 3);
+             const double p = logUniform(in, 0, 40);
+             return fromRoots(a, p, logUniform(in, 0, 40), 1.0);
+         }},
+    };
+    for (const auto& family : families) {
+        SCOPED_TRACE(family.name);
+        InputSource in(43);
+        for (int i = 0; i < 10000; ++i)
+            expectPlainBits(family.draw(in));
     }
 }
 
-TEST(SmoothWeight, HasTheDerivativesItSaysAndEndsAtItsMargin) {
+double weightAt(double radius, double x) {
+    double w = kUntouched;
+    SmoothWeight(0.0, radius).evaluate(x, &w, nullptr, nullptr);
+    return w;
+}
+
+TEST(SmoothWeight, HasTheDerivativesItSays) {
     for (double x = -0.9; x < 5.0; x += 0.0625) {
+        SCOPED_TRACE(x);
         double w[3];
         double dw[3];
         double d2w[3];
@@ -87,14 +272,16 @@ TEST(SmoothWeight, HasTheDerivativesItSaysAndEndsAtItsMargin) {
         EXPECT_NEAR(dw[1], (w[2] - w[0]) / 2e-4, 1e-7);
         EXPECT_NEAR(d2w[1], (dw[2] - dw[0]) / 2e-4, 1e-7);
     }
-    const auto at = [](double radius, double x) {
-        double w = -1.0;
-        SmoothWeight(0.0, radius).evaluate(x, &w, nullptr, nullptr);
-        return w;
-    };
-    EXPECT_EQ(at(1.0, 0.5), 0.421875);
-    EXPECT_TRUE(at(1.0, 1.0 - 0.9e-8) == 0.0 && at(1.0, 1.0 - 1.1e-8) > 0.0);
-    EXPECT_TRUE(at(1e-8, 0.9e-8) == 1.0 && at(1e-8, 1.1e-8) == 0.0 && at(-1.0, 0.0) == 0.0);
+    EXPECT_EQ(weightAt(1.0, 0.5), 0.421875);
+}
+
+TEST(SmoothWeight, EndsAtItsMargin) {
+    EXPECT_GT(weightAt(1.0, 1.0 - 1.1e-8), 0.0);
+    EXPECT_EQ(weightAt(1.0, 1.0 - 0.9e-8), 0.0);
+    // A radius of at most 1e-8 has no margin and no slope.
+    EXPECT_EQ(weightAt(1e-8, 0.9e-8), 1.0);
+    EXPECT_EQ(weightAt(1e-8, 1.1e-8), 0.0);
+    EXPECT_EQ(weightAt(-1.0, 0.0), 0.0);
 }
 
 }  // namespace
