@@ -34,8 +34,8 @@ GEOMKIT_API int solveQuadratic(double a, double b, double c, double* roots);
 /// deflated quadratic. A critical point whose value is at most 1e-13 in magnitude is taken as a
 /// root instead: it is a double root.
 ///
-/// What may surprise: a cubic that falls through the bracket (a < 0, as a rule) is solved by
-/// halving alone, at 101 steps from a wide bracket no less accurately. Because of the deflation a
+/// What may surprise: a cubic that falls through the bracket (a < 0, as a rule) is only halved. The
+/// 101 steps suffice for the same accuracy. Because of the deflation a
 /// nearly double pair may come out as none or two: the count near such a pair is decided by
 /// rounding. Once the bracket is below 1e-13, smaller roots are not told apart from 0.
 ///
