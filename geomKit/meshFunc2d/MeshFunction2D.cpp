@@ -6,9 +6,9 @@
 
 #include "geomKit/internal/toIndex.h"
 #include "geomKit/meshFunc2d/ChainTree.h"
-#include "geomKit/meshFunc2d/FacetIndex.h"
 #include "geomKit/meshFunc2d/boundaryChains.h"
 #include "geomKit/meshFunc2d/cellCoordinate.h"
+#include "geomKit/meshFunc2d/fineGrid/FineGrid.h"
 
 namespace geomKit {
 
@@ -16,9 +16,10 @@ namespace {
 
 using detail::BoundaryChain;
 using detail::cellCoordinate;
+using detail::CellFrame;
 using detail::ChainTree;
-using detail::FacetIndex;
 using detail::findBoundaryChains;
+using detail::FineGrid;
 using detail::kMeshEps;
 using detail::toIndex;
 
@@ -81,7 +82,7 @@ MeshFunction2D* MeshFunction2D::copy() const {
     result->extrapolateFlag = extrapolateFlag;
     result->boundaryFacets = boundaryFacets;
     result->boundaries.reserve(boundaries.size());
-    if (facetIndex_) result->facetIndex_ = std::make_unique<const FacetIndex>(*facetIndex_);
+    if (fineGrid_) result->fineGrid_ = std::make_unique<const FineGrid>(*fineGrid_);
     if (chainTree_) result->chainTree_ = std::make_unique<const ChainTree>(*chainTree_);
     for (const auto& boundary : boundaries) {
         result->boundaries.push_back(std::make_unique<PolylineProjector>(boundary->points));
@@ -114,8 +115,8 @@ void MeshFunction2D::initEvaluatorHelper() {
     for (int k = 0; k < 2; ++k)
         cellScale[k] = cellCounts[k] / (boxMax[k] - boxMin[k]);
     iFillCells();
-    facetIndex_ =
-        std::make_unique<const FacetIndex>(cells, cellCounts.v, params, facets, boxMin, cellScale);
+    const CellFrame frame = {boxMin, cellScale, cellCounts};
+    fineGrid_ = std::make_unique<const FineGrid>(frame, cells, params, facets);
     if (extrapolateFlag) initBoundaries();
 }
 

@@ -19,7 +19,7 @@ namespace geomKit {
 
 namespace detail {
 class ChainTree;
-class FacetIndex;
+class FineGrid;
 }  // namespace detail
 
 /// Maps points of a 2D parameter plane to 2D values and to one float, linearly in each triangle of
@@ -146,12 +146,14 @@ public:
 
 private:
     void iFillCells();
+    /// Whether there is a grid, over no more vertices than there are now.
+    bool iIsIndexed() const;
     std::size_t iCellIndex(int cu, int cv) const {
         return static_cast<std::size_t>(cu) * static_cast<std::size_t>(cellCounts.v) +
                static_cast<std::size_t>(cv);
     }
 
-    std::unique_ptr<const detail::FacetIndex> facetIndex_;
+    std::unique_ptr<const detail::FineGrid> fineGrid_;
     std::unique_ptr<const detail::ChainTree> chainTree_;
 };
 

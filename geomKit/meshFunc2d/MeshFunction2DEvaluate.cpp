@@ -1,68 +1,118 @@
-#include "geomKit/internal/toIndex.h"
-#include "geomKit/meshFunc2d/FacetIndex.h"
+#include <algorithm>
+
+#include "geomKit/internal/outputs.h"
+#include "geomKit/internal/wideCall.h"
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
-#include "geomKit/meshFunc2d/barycentric.h"
 #include "geomKit/meshFunc2d/blend.h"
-#include "geomKit/meshFunc2d/cellCoordinate.h"
+#include "geomKit/meshFunc2d/fineGrid/BatchTrials.h"
+#include "geomKit/meshFunc2d/fineGrid/FineGrid.h"
+#include "geomKit/meshFunc2d/fineGrid/PointBatch.h"
+#include "geomKit/meshFunc2d/fineGrid/findFacet.h"
 
 namespace geomKit {
 
 namespace {
 
+using detail::BatchTrials;
 using detail::blend;
-using detail::cellCoordinate;
-using detail::CellDivision;
-using detail::FacetCell;
-using detail::FacetIndex;
-using detail::FacetPlace;
-using detail::FacetWeights;
-using detail::isInGrid;
+using detail::callWide;
+using detail::findFacet;
+using detail::findListedFacet;
+using detail::FineCell;
+using detail::FineGrid;
+using detail::FoundFacet;
+using detail::locateCells;
+using detail::locateParts;
 using detail::lowestBit;
-using detail::toIndex;
+using detail::offset;
+using detail::PointBatch;
+using detail::startTrials;
+using detail::tryCandidates;
 
 using Point = MeshFunction2D::Point;
 
-/// Nowhere outside the grid.
-FacetPlace _locate(const MeshFunction2D& mesh, const FacetIndex& index, const Point& p) {
-    const ktNM::vect2<int>& counts = mesh.cellCounts;
-    Point x;
-    int cell[2];
-    for (int k = 0; k < 2; ++k) {
-        x[k] = (p[k] - mesh.boxMin[k]) * mesh.cellScale[k];
-        if (!isInGrid(x[k], counts[k])) return {};
-        cell[k] = cellCoordinate(x[k], counts[k]);
+/// Where the answers go; each may be null.
+struct Outputs {
+    Point* values;
+    float* floats;
+    bool* found;
+
+    Outputs from(std::size_t i) const {
+        return {offset(values, i), offset(floats, i), offset(found, i)};
     }
-    const CellDivision& division = index.division(toIndex(cell[0] * counts.v + cell[1]));
-    return index.place(division, division.partCoordinate(x.u, cell[0]),
-                       division.partCoordinate(x.v, cell[1]));
+};
+
+/// The facet of point i of a batch whose trials are over.
+GEOMKIT_INLINE_KERNEL bool _facetOf(const MeshFunction2D& mesh, const FineGrid& grid,
+                                    const PointBatch& batch, std::size_t i, FoundFacet& found) {
+    const FineCell& cell = *batch.part[i].fineCell;
+    if (batch.candidates[i] != 0) {
+        const auto& weights = batch.weights;
+        found = {cell.cornersOf(lowestBit(batch.candidates[i])),
+                 {weights[0][i], weights[1][i], weights[2][i]}};
+        return true;
+    }
+    return batch.isInGrid[i] != 0 && cell.kind == FineCell::Kind::Listed &&
+           findListedFacet(grid, cell, mesh.params.data(), batch.points[i], found);
 }
 
-bool _evaluateListed(const MeshFunction2D& mesh, const FacetIndex& index, const FacetCell& cell,
-                     const Point& p, Point* outValue, float* outFloat) {
-    for (const int* f = index.begin(cell); f != index.end(cell); ++f) {
-        const int* corner = &mesh.facets[3 * toIndex(*f)];
-        if (mesh.iEvalInFacet(corner[0], corner[1], corner[2], p, outValue, outFloat, true))
-            return true;
+/// Evaluates up to `PointBatch::kSize` points; returns how many succeeded.
+GEOMKIT_INLINE_KERNEL std::size_t _evaluateBatch(const MeshFunction2D* mesh, const FineGrid* grid,
+                                                 const Point* points, std::size_t count,
+                                                 Outputs outputs) {
+    PointBatch batch;
+    BatchTrials trials;
+    batch.points = points;
+    batch.count = count;
+    locateCells(*grid, batch);
+    locateParts(*grid, batch);
+    startTrials(*mesh, batch, trials);
+    while (trials.count > 0)
+        tryCandidates(*mesh, batch, trials);
+
+    std::size_t hits = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto [outValue, outFloat, outFound] = outputs.from(i);
+        FoundFacet found;
+        const bool isFound = _facetOf(*mesh, *grid, batch, i, found);
+        if (isFound) blend(*mesh, found.corners.data(), found.weights, outValue, outFloat);
+        if (outFound != nullptr) *outFound = isFound;
+        hits += isFound ? 1 : 0;
     }
-    return false;
+    return hits;
 }
 
 }  // namespace
 
 bool MeshFunction2D::evaluate(const Point& p, Point* outValue, float* outFloat) const {
-    if (cellCounts.u < 1 || cellCounts.v < 1) return false;
-    const FacetPlace place = _locate(*this, *facetIndex_, p);
-    if (place.cell == nullptr) return false;
-    const FacetCell& cell = *place.cell;
-    if (cell.isListed()) return _evaluateListed(*this, *facetIndex_, cell, p, outValue, outFloat);
-    for (unsigned rest = cell.facetsOfPart[place.part]; rest != 0; rest &= rest - 1) {
-        const unsigned f = lowestBit(rest);
-        const FacetWeights weights = cell.frame(f, params.data()).weightsAt(p);
-        if (weights.isOutside()) continue;
-        blend(*this, cell, f, weights, outValue, outFloat);
-        return true;
+    if (!iIsIndexed()) return false;
+    FoundFacet found;
+    if (!findFacet(*fineGrid_, params.data(), p, found)) return false;
+    blend(*this, found.corners.data(), found.weights, outValue, outFloat);
+    return true;
+}
+
+std::size_t MeshFunction2D::evaluate(const Point* points, std::size_t count, Point* outValues,
+                                     float* outFloats, bool* outFound) const {
+    if (!iIsIndexed()) {
+        if (outFound != nullptr) std::fill(outFound, outFound + count, false);
+        return 0;
     }
-    return false;
+    const Outputs outputs = {outValues, outFloats, outFound};
+    std::size_t hits = 0;
+    for (std::size_t i = 0; i < count; i += PointBatch::kSize) {
+        const MeshFunction2D* mesh = this;
+        const FineGrid* grid = fineGrid_.get();
+        const std::size_t size = (std::min)(PointBatch::kSize, count - i);
+        hits += callWide<_evaluateBatch>(mesh, grid, points + i, size, outputs.from(i));
+    }
+    return hits;
+}
+
+// Indices that the grid names must be valid, also after an edit that it does not know of.
+bool MeshFunction2D::iIsIndexed() const {
+    return cellCounts.u > 0 && cellCounts.v > 0 && fineGrid_->vertexCount() <= params.size() &&
+           fineGrid_->vertexCount() <= values.size();
 }
 
 }  // namespace geomKit

@@ -29,8 +29,8 @@ struct FacetWeights {
     double b;
     double c;
 
-    /// Counts weights that are NaN as inside. One branch, not three: which weight rejects a point
-    /// is anybody's guess.
+    /// Counts weights that are NaN as inside. One branch instead of three: the processor cannot
+    /// predict which weight rejects a point.
     bool isOutside() const {
         return (static_cast<int>(a < -kMeshEps) | static_cast<int>(b < -kMeshEps) |
                 static_cast<int>(c < -kMeshEps)) != 0;

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "geomKit/internal/toIndex.h"
-#include "geomKit/meshFunc2d/FacetCell.h"
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
 #include "geomKit/meshFunc2d/barycentric.h"
 
@@ -27,13 +26,6 @@ inline void blend(const MeshFunction2D& mesh, const int* corner, const FacetWeig
     f = static_cast<float>(mesh.normaldots[i2] * w.b + f);
     f = static_cast<float>(mesh.normaldots[i0] * w.c + f);
     *outFloat = f;
-}
-
-/// The same for a facet of a fine cell.
-inline void blend(const MeshFunction2D& mesh, const FacetCell& cell, unsigned facet,
-                  const FacetWeights& w, MeshFunction2D::Point* outValue, float* outFloat) {
-    const int corner[3] = {cell.vertex(facet, 0), cell.vertex(facet, 1), cell.vertex(facet, 2)};
-    blend(mesh, corner, w, outValue, outFloat);
 }
 
 }  // namespace geomKit::detail

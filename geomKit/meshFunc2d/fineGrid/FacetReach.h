@@ -3,6 +3,7 @@
 #pragma once
 
 #include "geomKit/meshFunc2d/barycentric.h"
+#include "geomKit/meshFunc2d/fineGrid/CellDivision.h"
 #include "geomKit/meshFunc2d/vect2.h"
 
 namespace geomKit::detail {
@@ -24,9 +25,9 @@ struct FacetReach {
     Point high;
     HalfPlane sides[3];
 
-    /// A point p lies at (p - origin) * scale in cell units. The facet is not degenerate.
+    /// The facet is not degenerate.
     FacetReach(int facet, const Point& p0, const Point& p1, const Point& p2,
-               const FacetEdges& edges, const Point& origin, const Point& scale);
+               const FacetEdges& edges, const CellFrame& frame);
 };
 
 }  // namespace geomKit::detail
