@@ -1,5 +1,5 @@
-// Point location plus linear interpolation: geomKit beside CGAL's Delaunay triangulation (with and
-// without a hint) and a Boost.Geometry R-tree over the triangles' boxes.
+// The time to locate a point and to interpolate there: geomKit beside CGAL's Delaunay triangulation,
+// with and without a hint, and a Boost.Geometry R-tree over the triangles' boxes.
 #include <benchmark/benchmark.h>
 
 #include "bench/meshFunc2d/TriangulationScene.h"
@@ -102,7 +102,7 @@ void locate(benchmark::State& state, bool raster) {
     const Scene& scene = Scene::ofSize(static_cast<int>(state.range(0)));
     const std::vector<Point>& queries = raster ? scene.rasterQueries : scene.randomQueries;
     Competitor competitor(scene);
-    // Everybody must agree with the linear function that the values sample.
+    // The values sample a linear function, which each competitor must reproduce.
     for (std::size_t i = 0; i < queries.size(); i += 1000) {
         Answer answer;
         const Point& p = queries[i];

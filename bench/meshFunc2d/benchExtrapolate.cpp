@@ -7,6 +7,7 @@
 
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
 #include "tests/reference/InputSource.h"
+#include "tests/reference/nearestChain.h"
 
 using namespace geomKit;
 
@@ -38,18 +39,7 @@ bool byGeomKit(const MeshFunction2D& f, const Point& p, Point& value) {
 
 bool byEveryChain(const MeshFunction2D& f, const Point& p, Point& value) {
     if (f.evaluate(p, &value, nullptr)) return true;
-    double best = 1e13;
-    int chosen = -1;
-    for (std::size_t k = 0; k < f.boundaries.size(); ++k) {
-        const PolylineProjection foot = f.boundaries[k]->nearest({p.u, p.v, 0.0});
-        const double du = foot.point.x - p.u;
-        const double dv = foot.point.y - p.v;
-        if (du * du + dv * dv < best) {
-            best = du * du + dv * dv;
-            chosen = f.boundaryFacets[k][static_cast<std::size_t>(foot.segment)];
-        }
-    }
-    const int* corner = &f.facets[3 * static_cast<std::size_t>(chosen)];
+    const int* corner = &f.facets[3 * static_cast<std::size_t>(facetOfNearestChain(f, p))];
     return f.iEvalInFacet(corner[0], corner[1], corner[2], p, &value, nullptr, false);
 }
 

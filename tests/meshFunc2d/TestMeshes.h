@@ -4,9 +4,11 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 
+#include "tests/reference/LiteralMesh.h"
 #include "tests/support.h"
 
 using Point = ktNM::vect2<double>;
@@ -36,6 +38,7 @@ struct TestMesh {
     }
 
     geomKit::MeshFunction2D function() const { return {params, values, facets, normaldots}; }
+    LiteralMesh literal() const { return {params, values, facets, normaldots}; }
 };
 
 /// A jittered grid of n x n vertices over a square; `keep(i, j)`, if any, chooses its cells.
@@ -93,7 +96,9 @@ Answer answer(const Query& query) {
     return {found ? 1.0 : 0.0, value.u, value.v, cosine};
 }
 
-inline Answer evaluated(const geomKit::MeshFunction2D& f, const Point& p) {
+/// Of a mesh function or of its plain version.
+template <typename Function>
+Answer evaluated(const Function& f, const Point& p) {
     return answer([&](Point* value, float* cosine) { return f.evaluate(p, value, cosine); });
 }
 
@@ -106,4 +111,26 @@ inline Answer inFacet(const geomKit::MeshFunction2D& f, int facet, const Point& 
     return answer([&](Point* value, float* cosine) {
         return f.iEvalInFacet(corner[0], corner[1], corner[2], p, value, cosine, strict);
     });
+}
+
+/// Compares both forms of `evaluate` with the plain one; returns how many points were found.
+inline std::size_t expectPlainAnswers(const TestMesh& mesh, const geomKit::MeshFunction2D& f,
+                                      const std::vector<Point>& points) {
+    const LiteralMesh literal = mesh.literal();
+    std::vector<Point> values(points.size());
+    std::vector<float> floats(points.size());
+    const auto found = std::make_unique<bool[]>(points.size());
+    const std::size_t hits =
+        f.evaluate(points.data(), points.size(), values.data(), floats.data(), found.get());
+    double expected = 0.0;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const Answer plain = evaluated(literal, points[i]);
+        const Answer inArray = {found[i] ? 1.0 : 0.0, values[i].u, values[i].v, floats[i]};
+        EXPECT_EQ(evaluated(f, points[i]), plain);
+        EXPECT_EQ(inArray, plain);
+        if (testing::Test::HasFailure()) return 0;
+        expected += plain[0];
+    }
+    EXPECT_EQ(static_cast<double>(hits), expected);
+    return hits;
 }
