@@ -1,4 +1,4 @@
-// The saved form of mesh functions.
+// The saved form of mesh functions. The S in the file's name stands for serialization.
 #include <memory>
 #include <string>
 

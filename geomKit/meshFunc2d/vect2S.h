@@ -1,5 +1,5 @@
 /// @file
-/// The saved form of `ktNM::vect2<double>`.
+/// The saved form of `ktNM::vect2<double>`. The S in the file's name stands for serialization.
 #pragma once
 
 #include <array>

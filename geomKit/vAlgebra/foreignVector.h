@@ -23,26 +23,26 @@ template <typename V>
 struct HasW<V, std::void_t<decltype(static_cast<double>(std::declval<const V&>().w))>>
     : std::true_type {};
 
-/// Numbers by subscript, as many as the type itself says: Eigen's vectors and expressions do.
-template <typename V, typename = void>
-struct HasThreeByName : std::false_type {};
-template <typename V>
-struct HasThreeByName<V, std::void_t<decltype(V::SizeAtCompileTime)>>
-    : std::bool_constant<V::SizeAtCompileTime == 3> {};
+/// N numbers by subscript, as many as the type itself says: Eigen's vectors and expressions do.
+template <typename V, int N, typename = void>
+struct HasSizeByName : std::false_type {};
+template <typename V, int N>
+struct HasSizeByName<V, N, std::void_t<decltype(V::SizeAtCompileTime)>>
+    : std::bool_constant<V::SizeAtCompileTime == N> {};
 
-/// Three numbers by subscript. A type without a number of elements must consist of them, so that
+/// N numbers by subscript. A type without a number of elements must consist of them, so that
 /// pointers and containers of any length are left out.
-template <typename V, typename = void>
-struct HasThreeElements : std::false_type {};
-template <typename V>
-struct HasThreeElements<V, std::void_t<decltype(static_cast<double>(std::declval<const V&>()[0]))>>
-    : std::bool_constant<HasThreeByName<V>::value ||
+template <typename V, int N, typename = void>
+struct HasElements : std::false_type {};
+template <typename V, int N>
+struct HasElements<V, N, std::void_t<decltype(static_cast<double>(std::declval<const V&>()[0]))>>
+    : std::bool_constant<HasSizeByName<V, N>::value ||
                          (std::is_trivially_copyable_v<V> &&
-                          sizeof(V) == 3 * sizeof(std::declval<const V&>()[0]))> {};
+                          sizeof(V) == N * sizeof(std::declval<const V&>()[0]))> {};
 
 template <typename V>
 inline constexpr bool kIsForeignVector =
-    (HasXyz<V>::value && !HasW<V>::value) || HasThreeElements<V>::value;
+    (HasXyz<V>::value && !HasW<V>::value) || HasElements<V, 3>::value;
 
 /// Component I of a foreign vector.
 template <int I, typename V>
