@@ -4,7 +4,9 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <utility>
 
+#include "geomKit/internal/nearestFirst.h"
 #include "geomKit/internal/toIndex.h"
 
 namespace geomKit::detail {
@@ -84,52 +86,55 @@ void ChainTree::iAddNode(const std::vector<Box>& boxes, int first, int last) {
     nodes_[index] = node;
 }
 
-ChainTree::Nearest ChainTree::nearest(const Point& p, const Chains& chains) const {
-    Nearest nearest;
-    if (nodes_.empty() || chains.size() != order_.size()) return nearest;
-    const Vector3 q(p.u, p.v, 0.0);
-    double best = kFarthestSq;
-    const auto boundOf = [this, &p](int node) {
-        const Box& box = nodes_[toIndex(node)].box;
-        const double du = (std::max)({0.0, box.low.u - p.u, p.u - box.high.u});
-        const double dv = (std::max)({0.0, box.low.v - p.v, p.v - box.high.v});
-        return (du * du + dv * dv) * (1.0 - kRounding);
-    };
-    const auto ask = [&](int chain) {
-        const PolylineProjection foot = chains[toIndex(chain)]->nearest(q);
-        const Vector3 d = foot.point - q;
-        const double distanceSq = d.y * d.y + d.x * d.x + d.z * d.z;
-        if (distanceSq < best || (distanceSq == best && chain < nearest.chain)) {
-            best = distanceSq;
-            nearest = {chain, foot.segment};
-        }
-    };
+/// One query.
+class ChainTree::Search {
+public:
+    Search(const ChainTree& tree, const Chains& chains, const Point& p)
+        : tree_(tree), chains_(chains), q_(p.u, p.v, 0.0) {}
 
-    struct Pending {
-        int node;
-        double bound;
-    };
-    // One entry a level, and an index range halves 31 times at most.
-    Pending stack[32];
-    int depth = 0;
-    Pending here = {0, boundOf(0)};
-    for (;;) {
-        const Node& node = nodes_[toIndex(here.node)];
-        if (!(here.bound > best)) {
-            if (node.count == 0) {
-                Pending near = {here.node + 1, boundOf(here.node + 1)};
-                Pending far = {node.secondHalf, boundOf(node.secondHalf)};
-                if (far.bound < near.bound) std::swap(near, far);
-                stack[depth++] = far;
-                here = near;
-                continue;
-            }
-            for (int i = node.first; i < node.first + node.count; ++i)
-                ask(order_[toIndex(i)]);
-        }
-        if (depth == 0) return nearest;
-        here = stack[--depth];
+    Nearest run() {
+        visitNearestFirst(0, *this);
+        return nearest_;
     }
+
+    bool isLeaf(int node) const { return iNode(node).count != 0; }
+    std::pair<int, int> halves(int node) const { return {node + 1, iNode(node).secondHalf}; }
+    double boundOf(int node) const {
+        const Box& box = iNode(node).box;
+        const double du = (std::max)({0.0, box.low.u - q_.x, q_.x - box.high.u});
+        const double dv = (std::max)({0.0, box.low.v - q_.y, q_.y - box.high.v});
+        return (du * du + dv * dv) * (1.0 - kRounding);
+    }
+    double best() const { return best_; }
+    void visit(int leaf) {
+        const Node& node = iNode(leaf);
+        for (int i = node.first; i < node.first + node.count; ++i)
+            iAsk(tree_.order_[toIndex(i)]);
+    }
+
+private:
+    const Node& iNode(int node) const { return tree_.nodes_[toIndex(node)]; }
+
+    void iAsk(int chain) {
+        const PolylineProjection foot = chains_[toIndex(chain)]->nearest(q_);
+        const Vector3 d = foot.point - q_;
+        const double distanceSq = d.y * d.y + d.x * d.x + d.z * d.z;
+        if (distanceSq < best_ || (distanceSq == best_ && chain < nearest_.chain)) {
+            best_ = distanceSq;
+            nearest_ = {chain, foot.segment};
+        }
+    }
+
+    const ChainTree& tree_;
+    const Chains& chains_;
+    const Vector3 q_;
+    double best_ = kFarthestSq;
+    Nearest nearest_;
+};
+
+ChainTree::Nearest ChainTree::nearest(const Point& p, const Chains& chains) const {
+    if (nodes_.empty() || chains.size() != order_.size()) return {};
+    return Search(*this, chains, p).run();
 }
 
 }  // namespace geomKit::detail

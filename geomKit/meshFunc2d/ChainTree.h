@@ -32,6 +32,8 @@ public:
     Nearest nearest(const Point& p, const Chains& chains) const;
 
 private:
+    class Search;
+
     struct Box {
         Point low;
         Point high;

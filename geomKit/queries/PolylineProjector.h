@@ -2,7 +2,6 @@
 /// `PolylineProjector`, the nearest point on an open polyline.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -23,27 +22,42 @@ struct PolylineProjection {
 
 /// Finds the nearest point on an open polyline; built once, queried many times.
 ///
-/// Distances are squared distances by `distSqToLineSegment`. Fewer than 20 vertices are scanned in
-/// order and the first of equally near segments wins. From 20 vertices on the index range is halved
-/// down to runs of fewer than 10 segments. Of segments that are equally near to the bit, the one in
-/// the run that comes first wins, runs being taken by falling lower bound max(0, d - sqrt(L^2 -
-/// c^2)) of their halves: d is the distance to the run's chord, L its arc length, c its chord. Runs
-/// of equal bound come in index order, and no run is passed over because its bound was rounded up
-/// beyond the distance of a segment in it. An end or split vertex competes as well, with its
-/// squared distance plus 1e-13, on behalf of segment 0, the last segment or the one that ends in
-/// it; this decides where the distance to a long segment has lost more than that to cancellation.
+/// Which segment is found, to the bit:
+///
+/// 1. The distance of a segment is the square that `distSqToLineSegment` gives. The nearest segment
+///    wins.
+/// 2. Fewer than 20 vertices: of equally near segments the first wins.
+/// 3. From 20 vertices on the segments lie in runs. The run of all segments is halved, and a run
+///    from vertex i to vertex j again at vertex (i + j) / 2, until it has fewer than 10 segments.
+/// 4. The bound of a run is max(0, d - sqrt(L^2 - c^2)), or 0 if L^2 < c^2 by rounding: d is the
+///    distance to its chord, L its arc length and c the length of its chord.
+/// 5. Runs are met in this order: of the runs that wait, at first that of all segments, the one
+/// with
+///    the largest bound comes next, and of equal bounds the one with the lowest index. Its halves
+///    wait instead of it.
+/// 6. Of equally near segments in different runs, the one whose run is met first wins, and in one
+///    run the first. No run is passed over, not even when rounding takes its bound above the
+///    distance of a segment in it.
+/// 7. End and split vertices compete too, with their squared distance plus 1e-13. The first vertex,
+///    then the last one, come before all runs, on behalf of segment 0 and of the last segment. A
+///    split vertex is met with the run that it splits, on behalf of the segment that ends in it.
+///    This only decides where the distance to a long segment has lost more than 1e-13 to
+///    cancellation.
+/// 8. The point found is the start a of the segment if (x - a) . (b - a) <= 1e-13, else its end b
+/// if
+///    (x - b) . (a - b) <= 1e-13, else the foot of the perpendicular.
 ///
 /// Repeated vertices are allowed. A segment at a vertex with NaN counts as being at distance 0, one
 /// at an infinite vertex as that or as its finite end; a NaN query is answered by any segment. If
 /// no distance is below infinity (a query or a polyline whose squares overflow), segment 0 is
-/// taken.
+/// taken. Vertices beyond the first 2^31 - 1 take part in no query.
 ///
 /// `project` writes the result fields; `nearest` is const, so any number of threads may call it on
-/// one object.
+/// one object. Neither allocates.
 class PolylineProjector {
 public:
-    /// The vertices. Changing them after construction has no defined effect on queries, but for
-    /// their number, which must not shrink.
+    /// The vertices. When they are moved after construction, queries find some segment, not always
+    /// the nearest; when their number changes, queries scan all segments by rules 1 and 2.
     std::vector<Vector3> points;
     /// Length of the polyline up to each vertex; `arcLength[0]` is 0.
     std::vector<double> arcLength;
@@ -59,12 +73,8 @@ public:
     GEOMKIT_API void project(const Vector3& x);
 
     /// What `project` would store. With fewer than two vertices `segment` is -1, and `point` the
-    /// only vertex or the origin. Allocates nothing.
-    GEOMKIT_API PolylineProjection nearest(const Vector3& x) const;
-
-    /// `nearest` of `count` queries, each result the same to the bit.
-    GEOMKIT_API void nearest(const Vector3* queries, std::size_t count,
-                             PolylineProjection* results) const;
+    /// only vertex or the origin.
+    [[nodiscard]] GEOMKIT_API PolylineProjection nearest(const Vector3& x) const;
 
 private:
     class Search;
@@ -80,9 +90,13 @@ private:
     };
 
     void iAddRun(std::int32_t first, std::int32_t last);
+    /// The index of the last vertex that takes part.
+    std::int32_t iLastVertex() const;
     std::int32_t iNearestSegment(const Vector3& x) const;
 
     std::vector<RunBox> runs_;
+    /// For which `iLastVertex` the runs were built; -1 when there are none.
+    std::int32_t lastVertexOfRuns_ = -1;
 };
 
 }  // namespace geomKit

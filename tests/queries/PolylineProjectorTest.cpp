@@ -59,22 +59,28 @@ int documentedSegment(const PolylineProjector& line, const Vector3& x) {
 /// The vertex i of n that follows p.
 using Step = Vector3 (*)(InputSource& in, const Vector3& p, int i, int n);
 const Step kWalk = [](InputSource& in, const Vector3& p, int, int) { return p + in.vector(1.0); };
-const Step kSteps[] = {
-    kWalk,
-    [](InputSource& in, const Vector3& p, int, int) {
-        const Vector3 step = in.whole(1);
-        return p + Vector3(step.x, step.y, 0.0);
-    },
-    [](InputSource&, const Vector3&, int i, int) {
-        return Vector3(std::cos(0.05 * i), std::sin(0.05 * i), 0.01 * i);
-    },
-    [](InputSource&, const Vector3&, int i, int n) {  // closed
-        const double angle = 6.283185307179586 * i / (n - 1);
-        return Vector3(std::cos(angle), std::sin(angle), 0.0);
-    },
-    [](InputSource&, const Vector3&, int i, int) { return Vector3(0.1 * i, 0.3 * i, 0.7 * i); },
-    [](InputSource& in, const Vector3&, int, int) { return in.vector(1.0); },
-    [](InputSource& in, const Vector3& p, int i, int) { return i % 3 == 0 ? in.vector(1.0) : p; },
+const struct {
+    const char* name;
+    Step step;
+} kLines[] = {
+    {"walk", kWalk},
+    {"walk over whole numbers",
+     [](InputSource& in, const Vector3& p, int, int) {
+         const Vector3 step = in.whole(1);
+         return p + Vector3(step.x, step.y, 0.0);
+     }},
+    {"spiral", [](InputSource&, const Vector3&, int i,
+                  int) { return Vector3(std::cos(0.05 * i), std::sin(0.05 * i), 0.01 * i); }},
+    {"closed circle",
+     [](InputSource&, const Vector3&, int i, int n) {
+         const double angle = 6.283185307179586 * i / (n - 1);
+         return Vector3(std::cos(angle), std::sin(angle), 0.0);
+     }},
+    {"straight",
+     [](InputSource&, const Vector3&, int i, int) { return Vector3(0.1 * i, 0.3 * i, 0.7 * i); }},
+    {"tangle", [](InputSource& in, const Vector3&, int, int) { return in.vector(1.0); }},
+    {"repeated vertices",
+     [](InputSource& in, const Vector3& p, int i, int) { return i % 3 == 0 ? in.vector(1.0) : p; }},
 };
 
 Points polyline(Step step, int n, InputSource& in) {
@@ -100,7 +106,8 @@ Vector3 query(const Points& points, InputSource& in) {
 
 TEST(PolylineProjector, AnswersLikeTheDocumentedSearchAndIsNearest) {
     InputSource in(1);
-    for (const Step step : kSteps) {
+    for (const auto& [name, step] : kLines) {
+        SCOPED_TRACE(name);
         for (int round = 0; round < 60; ++round) {
             // From 2 to 5,000 vertices, most of them around the change of method at 20.
             const double size = std::exp(in.uniform(std::log(2.0), std::log(5000.0)));
@@ -133,27 +140,30 @@ TEST(PolylineProjector, EndsAndWhereRoundingMisleadsTheBounds) {
         straight.emplace_back(i, 0.0, 0.0);
     const Points shorter(straight.begin(), straight.end() - 1);
     const Points pair = {straight[0], straight[2]};
+    const Vector3 beforeLast(19.99999981, 1.7e-7, 0.0);
     const struct {
+        const char* what;
         Points points;
         Vector3 x;
         int segment;
         double param;
         Vector3 point;
     } cases[] = {
-        {shorter, {51.0, 0.0, 0.0}, 18, 1.0, {19.0, 0.0, 0.0}},
-        {shorter, {-51.0, 0.0, 0.0}, 0, 0.0, {0.0, 0.0, 0.0}},
-        {shorter, {9.0, 1e5, 0.0}, 8, 1.0, {9.0, 0.0, 0.0}},
-        {straight, {19.99999981, 1.7e-7, 0.0}, 19, 0.99999981, {19.99999981, 0.0, 0.0}},
-        {pair, {3.0, 1.0, 0.0}, 0, 1.0, {2.0, 0.0, 0.0}},
-        {pair, {0.4e-13, 1.0, 0.0}, 0, 0.0, {0.0, 0.0, 0.0}},
-        {pair, {0.6e-13, 1.0, 0.0}, 0, 0.3e-13, {0.6e-13, 0.0, 0.0}},
+        {"beyond the end", shorter, {51.0, 0.0, 0.0}, 18, 1.0, {19.0, 0.0, 0.0}},
+        {"before the start", shorter, {-51.0, 0.0, 0.0}, 0, 0.0, {0.0, 0.0, 0.0}},
+        {"far beside a vertex", shorter, {9.0, 1e5, 0.0}, 8, 1.0, {9.0, 0.0, 0.0}},
+        {"within a bound's rounding", straight, beforeLast, 19, 0.99999981, {beforeLast.x, 0, 0}},
+        {"two vertices", pair, {3.0, 1.0, 0.0}, 0, 1.0, {2.0, 0.0, 0.0}},
+        {"1e-13 includes", pair, {0.4e-13, 1.0, 0.0}, 0, 0.0, {0.0, 0.0, 0.0}},
+        {"above 1e-13", pair, {0.6e-13, 1.0, 0.0}, 0, 0.3e-13, {0.6e-13, 0.0, 0.0}},
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
         PolylineProjector line(c.points);
         line.project(c.x);
-        EXPECT_EQ(line.segment, c.segment) << c.x;
-        EXPECT_NEAR(line.param, c.param, 1e-14) << c.x;
-        EXPECT_LT(dist(line.point, c.point), 1e-12) << c.x;
+        EXPECT_EQ(line.segment, c.segment);
+        EXPECT_NEAR(line.param, c.param, 1e-14);
+        EXPECT_LT(dist(line.point, c.point), 1e-12);
     }
     // A vertex inside a run: the earlier of its segments, at its end.
     InputSource in(2);
@@ -179,16 +189,48 @@ TEST(PolylineProjector, SurvivesWhatIsNotFinite) {
     InputSource in(3);
     for (const int n : {2, 19, 20, 300}) {
         for (const double bad : {kNaN, kInfinity, -kInfinity, 1e200, 1e-200}) {
+            SCOPED_TRACE(std::to_string(n) + " vertices, " + std::to_string(bad));
             Points points = polyline(kWalk, n, in);
             const PolylineProjector good(points);
             const PolylineProjection fromBad = good.nearest({bad, 0.0, 1.0});
             points[static_cast<std::size_t>(n / 2)].y = bad;
             const PolylineProjection toBad = PolylineProjector(points).nearest({0.0, 0.5, 1.0});
             for (const PolylineProjection& p : {fromBad, toBad}) {
-                EXPECT_TRUE(p.segment >= 0 && p.segment <= n - 2) << n << " vertices, " << bad;
+                EXPECT_GE(p.segment, 0);
+                EXPECT_LE(p.segment, n - 2);
             }
         }
     }
+}
+
+TEST(PolylineProjector, AfterAnEditAnswersFromWhatIsLeft) {
+    InputSource in(5);
+    const Points walk = polyline(kWalk, 300, in);
+    const Points longer = polyline(kWalk, 400, in);
+    const struct {
+        const char* edit;
+        Points points;
+        bool keepsLengths;
+    } edits[] = {{"cleared", {}, true},
+                 {"one vertex", {walk[0]}, true},
+                 {"cut", Points(walk.begin(), walk.begin() + 100), true},
+                 {"grown", longer, true},
+                 {"no lengths", walk, false}};
+    for (const auto& edit : edits) {
+        SCOPED_TRACE(edit.edit);
+        PolylineProjector line(walk);
+        line.points = edit.points;
+        if (!edit.keepsLengths) line.arcLength.clear();
+        for (int q = 0; q < 100; ++q) {
+            // Whole numbers, for ties.
+            const PolylineProjection foot = line.nearest(in.whole(20));
+            EXPECT_LT(foot.segment, (std::max)(0, static_cast<int>(edit.points.size()) - 1));
+        }
+    }
+    PolylineProjector moved(walk);
+    const PolylineProjector taken(std::move(moved));
+    moved.points = walk;
+    EXPECT_EQ(moved.nearest(walk[7]).segment, taken.nearest(walk[7]).segment);
 }
 
 TEST(PolylineProjector, ThreadsShareOneObject) {
@@ -199,8 +241,8 @@ TEST(PolylineProjector, ThreadsShareOneObject) {
         queries.push_back(query(line.points, in));
     std::vector<PolylineProjection> results(queries.size());
     inThreads(4, [&](int t) {
-        const std::size_t first = 100 * static_cast<std::size_t>(t);
-        line.nearest(&queries[first], 100, &results[first]);
+        for (std::size_t i = static_cast<std::size_t>(t); i < queries.size(); i += 4)
+            results[i] = line.nearest(queries[i]);
     });
     for (std::size_t i = 0; i < queries.size(); ++i) {
         const PolylineProjection alone = line.nearest(queries[i]);
