@@ -116,6 +116,7 @@ private:
     const Node& iNode(int node) const { return tree_.nodes_[toIndex(node)]; }
 
     void iAsk(int chain) {
+        if (chains_[toIndex(chain)] == nullptr) return;  // the caller's edit
         const PolylineProjection foot = chains_[toIndex(chain)]->nearest(q_);
         const Vector3 d = foot.point - q_;
         const double distanceSq = d.y * d.y + d.x * d.x + d.z * d.z;

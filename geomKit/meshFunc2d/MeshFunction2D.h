@@ -19,22 +19,35 @@ namespace geomKit {
 
 namespace detail {
 class ChainTree;
+struct CellFrame;
 class FineGrid;
 }  // namespace detail
 
 /// Maps points of a 2D parameter plane to 2D values and to one float, linearly in each triangle of
 /// a mesh, and extends the map beyond the mesh.
 ///
-/// The four data sequences and the flag are the function; everything else is derived from them by
-/// `initEvaluatorHelper`, which must be called again after they have been edited. Facets whose
-/// indices are not all valid for both `params` and `values`, and a trailing partial triple, are
-/// kept in `facets` but take part in no query. Facets whose place in the grid is not finite (those
-/// with a NaN vertex, and all of them when the mesh is not finite or has no extent along one axis)
-/// are not in the grid, but in the boundaries as all others: `evaluate` does not find them, and
-/// `extrapolate` may continue them or, at a NaN vertex, find nothing near their chain.
+/// **Data.** The four data sequences and the flag are the function; everything else is derived from
+/// them by `initEvaluatorHelper`. Facets whose indices are not all valid for both `params` and
+/// `values`, and a trailing partial triple, are kept in `facets` but take part in no query. Facets
+/// whose place in the grid is not finite (those with a NaN vertex, and all of them when the mesh is
+/// not finite or has no extent along one axis) are not in the grid, but in the boundaries as all
+/// others: `evaluate` does not find them, and `extrapolate` may continue them or, at a NaN vertex,
+/// find nothing near their chain.
 ///
-/// All const members may be called concurrently on one object: `extrapolate` leaves the result
-/// fields of the projectors in `boundaries` alone. No query allocates.
+/// **Edits.** After an edit of the data, call `initEvaluatorHelper` before the next query. Queries
+/// that come before it read nothing outside the sequences. `evaluate` blends the present data of
+/// the vertices in the facets that the old index finds, whatever has become of `facets`, `cells`
+/// and the box. It answers false when the index names vertices that `params` or `values` no longer
+/// have, and so does `extrapolate`, which beyond the mesh passes over boundaries that are missing
+/// and answers false where the owner of a segment or its vertices are. `extrapolateOld` takes the
+/// public fields as they are, and answers false when `cells` does not have as many entries as
+/// `cellCounts` tells; facets and vertices that are missing have no edges.
+///
+/// **Copies and moves.** `clone` copies; there is no copying by accident. A function that was moved
+/// from is one without a mesh, as `MeshFunction2D(extrapolateFlag)` makes it.
+///
+/// **Threads.** All const members may be called concurrently on one object: `extrapolate` leaves
+/// the result fields of the projectors in `boundaries` alone. No query allocates.
 class GEOMKIT_API MeshFunction2D : public Serializable {
 public:
     using Point = ktNM::vect2<double>;
@@ -74,31 +87,38 @@ public:
     ~MeshFunction2D() override;
     MeshFunction2D(const MeshFunction2D&) = delete;
     MeshFunction2D& operator=(const MeshFunction2D&) = delete;
+    MeshFunction2D(MeshFunction2D&& other) noexcept;
+    MeshFunction2D& operator=(MeshFunction2D&& other) noexcept;
 
-    /// A heap object that the caller owns, with copies of everything; nothing is recomputed.
-    MeshFunction2D* copy() const;
+    /// A function with copies of everything. The index is not built again, the projectors are.
+    [[nodiscard]] std::unique_ptr<MeshFunction2D> clone() const;
+    /// `clone` as a plain pointer, which the caller owns.
+    [[nodiscard]] MeshFunction2D* copy() const;
 
     /// Reads the data sequences and the flag from a document and calls `initEvaluatorHelper`. The
     /// sequences are taken as they stand: see `check`.
     void load(InTag& tag, boost::intrusive_ptr<Field> field) override;
     /// "super", "params", "values", "normaldots", "facets" and "extrapolateFlag".
-    const boost::intrusive_ptr<CompositeField>& classField() const override;
+    [[nodiscard]] const boost::intrusive_ptr<CompositeField>& classField() const override;
 
     /// Whether the data hold together: `params` and `values` of one length, whole triples, valid
-    /// indices, finite coordinates. Queries are safe in any case; a host that loads files from
-    /// strangers learns here that facets will be missing. Linear in the data.
-    MeshFunction2DCheck check() const;
+    /// indices, finite coordinates, no facets too small to answer. Queries are safe in any case; a
+    /// host that loads files from strangers learns here that facets will be missing. Linear in the
+    /// data.
+    [[nodiscard]] MeshFunction2DCheck check() const;
 
     /// Rebuilds the grid and, when `extrapolateFlag` is set, the boundaries. Without points, or
     /// when the bounding box has a squared diagonal below 1e-16, there is no grid, every query
-    /// answers false and the boundaries are left as they were.
+    /// answers false and the boundaries are left as they were. If memory runs out (bad_alloc),
+    /// everything is left as it was.
     void initEvaluatorHelper();
 
     /// Rebuilds `boundaries` and `boundaryFacets`: the half-edges that no opposite half-edge
     /// cancels, in the orientation of their triangles, joined into chains. A chain starts at the
     /// smallest vertex index that still has an outgoing edge, goes on to the smallest target, and
     /// ends where no edge leads on; a loop repeats its first point. No boundaries when the length
-    /// of `facets` is not a positive multiple of 3.
+    /// of `facets` is not a positive multiple of 3, or above 2^31 - 1. If memory runs out, the
+    /// boundaries are left as they were.
     void initBoundaries();
 
     /// Interpolates at `p` in the first facet that contains it within 1e-8 in every barycentric
@@ -120,9 +140,9 @@ public:
     /// Without `extrapolateFlag` it is `extrapolateOld`.
     bool extrapolate(const Point& p, Point* outValue, float* outFloat) const;
 
-    /// `extrapolate` of `count` points, each answer the same to the bit. Returns how many
-    /// succeeded. Every output may be null; values and floats of points that failed are left
-    /// untouched.
+    /// `extrapolate` of `count` points, each answer the same to the bit; quicker, because those
+    /// inside the mesh are found by the array form of `evaluate`. Returns how many succeeded. Every
+    /// output may be null; values and floats of points that failed are left untouched.
     std::size_t extrapolate(const Point* points, std::size_t count, Point* outValues,
                             float* outFloats, bool* outFound) const;
 
@@ -145,13 +165,17 @@ public:
     double iDistToEdge(int a, int b, const Point& p, bool* interior, bool useValues) const;
 
 private:
-    void iFillCells();
-    /// Whether there is a grid, over no more vertices than there are now.
+    /// Whether there is an index, and every vertex that it names.
     bool iIsIndexed() const;
+    /// Vertices that facets can name.
+    int iVertexCount() const noexcept;
+    std::vector<std::vector<int>> iListFacets(const detail::CellFrame& frame) const;
+    bool iExtendBoundary(const Point& p, Point* outValue, float* outFloat) const;
     std::size_t iCellIndex(int cu, int cv) const {
         return static_cast<std::size_t>(cu) * static_cast<std::size_t>(cellCounts.v) +
                static_cast<std::size_t>(cv);
     }
+    void iSwap(MeshFunction2D& other) noexcept;
 
     std::unique_ptr<const detail::FineGrid> fineGrid_;
     std::unique_ptr<const detail::ChainTree> chainTree_;
