@@ -9,7 +9,7 @@
 
 namespace geomKit {
 
-/// The first fault of a mesh function's data, or none.
+/// What is wrong with the data of a mesh function; converts to true when nothing is.
 struct MeshFunction2DCheck {
     /// In the order in which they are looked for.
     enum class Fault {
@@ -25,14 +25,19 @@ struct MeshFunction2DCheck {
         ParamNotFinite,
         /// A component of `values[index]` is infinite or NaN.
         ValueNotFinite,
+        /// `count` facets have a determinant, twice their area, strictly below 1e-8 in absolute
+        /// value and therefore answer no query; facet `index` is the first of them.
+        TooSmall,
     };
 
     Fault fault = Fault::None;
     std::size_t index = 0;
+    /// How many facets are too small; 0 for other faults, of which only the first is looked for.
+    std::size_t count = 0;
 
-    bool isValid() const { return fault == Fault::None; }
+    [[nodiscard]] explicit operator bool() const noexcept { return fault == Fault::None; }
     /// What a user can be told, such as "facets[7] is not the index of a vertex".
-    GEOMKIT_API std::string text() const;
+    [[nodiscard]] GEOMKIT_API std::string text() const;
 };
 
 }  // namespace geomKit
