@@ -1,4 +1,5 @@
-// Extrapolation outside meshes of 1, 100 and 10,000 boundary chains, beside asking every chain.
+// Extrapolation outside meshes of 1, 100 and 10,000 boundary chains, beside asking every chain; and
+// over all of such a mesh, its gaps included, a row to an array beside a loop over single calls.
 #include <cmath>
 #include <memory>
 #include <vector>
@@ -69,7 +70,53 @@ void outside(benchmark::State& state, Extrapolate extrapolate) {
     }
 }
 
+constexpr std::size_t kRow = 512;
+
+std::size_t byLoop(const MeshFunction2D& f, const Point* points, Point* values, bool* found) {
+    std::size_t hits = 0;
+    for (std::size_t i = 0; i < kRow; ++i) {
+        found[i] = f.extrapolate(points[i], &values[i], nullptr);
+        hits += found[i] ? 1 : 0;
+    }
+    return hits;
+}
+
+std::size_t byArray(const MeshFunction2D& f, const Point* points, Point* values, bool* found) {
+    return f.extrapolate(points, kRow, values, nullptr, found);
+}
+
+/// A raster of 512 x 512 points; time for each point.
+template <typename Extrapolate>
+void raster(benchmark::State& state, Extrapolate extrapolate) {
+    const auto f = patchwork(static_cast<int>(std::lround(std::sqrt(state.range(0)))));
+    std::vector<Point> points;
+    const double step = f->boxMax.u / kRow;
+    for (std::size_t i = 0; i < kRow * kRow; ++i)
+        points.emplace_back(step * double(i % kRow), step * double(i / kRow));
+    std::vector<Point> values(kRow);
+    std::vector<Point> expected(kRow);
+    const auto found = std::make_unique<bool[]>(kRow);
+    for (std::size_t row = 0; row < kRow; row += 16) {
+        extrapolate(*f, &points[row * kRow], values.data(), found.get());
+        byLoop(*f, &points[row * kRow], expected.data(), found.get());
+        if (values != expected) state.SkipWithError("another answer");
+    }
+    std::size_t first = 0;
+    while (state.KeepRunningBatch(kRow)) {
+        benchmark::DoNotOptimize(extrapolate(*f, &points[first], values.data(), found.get()));
+        first = (first + kRow) % points.size();
+    }
+}
+
 [[maybe_unused]] const bool kRegistered = [] {
+    for (const int chains : {1, 100, 10000}) {
+        benchmark::RegisterBenchmark("extrapolate raster/geomKit", [](benchmark::State& s) {
+            raster(s, byLoop);
+        })->Arg(chains);
+        benchmark::RegisterBenchmark("extrapolate raster/geomKit arrays", [](benchmark::State& s) {
+            raster(s, byArray);
+        })->Arg(chains);
+    }
     for (const int chains : {1, 100, 10000}) {
         benchmark::RegisterBenchmark("extrapolate/geomKit", [](benchmark::State& s) {
             outside(s, byGeomKit);
