@@ -1,5 +1,7 @@
 // The examples of docs/mesh-function.md.
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "geomKit/geomKit.h"
@@ -65,6 +67,21 @@ int main() {
         gkFuncBinder::drawPoints(boundary->points, colour, 1);
         ++colour;
     }
+
+    std::string warning;
+    const auto warn = [&](const std::string& text) { warning = text; };
+    const MeshFunction2D thin({{0, 0}, {1, 0}, {1, 1e-9}, {1, 1}}, uvs, {0, 1, 2, 0, 2, 3}, {});
+    const MeshFunction2DCheck check = thin.check();
+    if (!check) warn(check.text());  // facet 0 is too small to answer: ...
+    if (warning != "facet 0 is too small to answer: its determinant is below 1e-8") return 1;
+
+    std::vector<MeshFunction2D> frames;
+    frames.push_back(std::move(*picture.clone()));
+    for (Point& uv : frames.back().values)
+        uv.v = 1.0 - uv.v;
+    frames.back().initEvaluatorHelper();
+    Point flipped;
+    if (!frames[0].evaluate({50, 25}, &flipped, nullptr) || flipped.v != 0.75) return 1;
 
     const bool isRowRight = covered == 100 * 100 && found[99] && !found[100];
     return painted == 100 * 100 && continued == 20 * 100 && isRowRight && pointsDrawn == 5 ? 0 : 1;

