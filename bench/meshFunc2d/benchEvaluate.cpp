@@ -1,5 +1,5 @@
-// The time to locate a point and to interpolate there: geomKit beside CGAL's Delaunay triangulation,
-// with and without a hint, and a Boost.Geometry R-tree over the triangles' boxes.
+// The time to locate a point and to interpolate there: geomKit beside CGAL's Delaunay
+// triangulation, with and without a hint, and a Boost.Geometry R-tree over the triangles' boxes.
 #include <benchmark/benchmark.h>
 
 #include "bench/meshFunc2d/TriangulationScene.h"
