@@ -7,7 +7,6 @@ from typing import Iterator, Tuple, Type
 
 import gdb
 import gdb.printing
-import gdb.types
 
 # A box is valid up to this, as in geomKit/vAlgebra/Tolerances.h.
 NULL_COMPONENT_TOL = 1e-13
@@ -46,11 +45,9 @@ def is_valid(box: gdb.Value) -> bool:
 
 
 def vector_length(value: gdb.Value) -> int:
-    """The number of elements of a `std::vector`, of libstdc++ or of libc++."""
-    if gdb.types.has_field(value.type.strip_typedefs(), "_M_impl"):
-        implementation = value["_M_impl"]
-        return int(implementation["_M_finish"] - implementation["_M_start"])
-    return int(value["__end_"] - value["__begin_"])
+    """The number of elements of a `std::vector` of libstdc++."""
+    implementation = value["_M_impl"]
+    return int(implementation["_M_finish"] - implementation["_M_start"])
 
 
 class Printer:

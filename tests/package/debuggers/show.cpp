@@ -1,4 +1,5 @@
 // Values for a debugger to show.
+#include <initializer_list>
 #include <limits>
 
 #include "geomKit/geomKit.h"
@@ -7,7 +8,7 @@ using namespace geomKit;
 
 namespace {
 
-void stopHere() {}
+void stopHere(std::initializer_list<const void*> /*values*/) {}
 
 }  // namespace
 
@@ -29,9 +30,6 @@ int main() {
     const Bbox crossed(Vector3(0, 0, 0), Vector3(-2e-13, 0, 0));
     const MeshFunction2D mesh({{0, 0}, {1, 0}, {0, 1}}, {{5, 0}, {6, 0}, {5, 1}}, {0, 1, 2},
                               {0.5F});
-    stopHere();
-    const bool areUsed = notNumbers.x < unit.x || point.u > counts.u || matrix == Matrix() ||
-                         matrixf == Matrixf() || bone == BoneTransform() || box == thin ||
-                         crossed.isValid() || mesh.facets.empty();
-    return areUsed ? 1 : 0;
+    stopHere({&vector, &notNumbers, &unit, &point, &counts, &rotation, &transform, &matrix,
+              &matrixf, &bone, &box, &thin, &crossed, &mesh});
 }
