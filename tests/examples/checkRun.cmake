@@ -1,6 +1,6 @@
 # Runs ${program} with ${arguments} in ${folder} and fails unless it
 # - exits with ${status}, and says what ${stdout_has} and ${stderr_has} match,
-# - leaves out/FILE for each file in ${png}, a picture 300 pixels wide,
+# - leaves out/FILE for each file in ${png}, a picture 300 pixels wide that is no copy of another,
 # - leaves out/FILE for the first in ${obj}: a mesh that matches the second of the list, with as many
 #   normals as vertices and no number that is not finite.
 file(REMOVE_RECURSE "${folder}")
@@ -21,7 +21,13 @@ endif()
 expect_match("${output}" "${stdout_has}")
 expect_match("${error}" "${stderr_has}")
 
+set(digests "")
 foreach(picture IN LISTS png)
+  file(SHA256 "${folder}/out/${picture}" digest)
+  if("${digests}" MATCHES "${digest}")
+    message(FATAL_ERROR "${picture} is a copy of another")
+  endif()
+  string(APPEND digests "${digest} ")
   file(READ "${folder}/out/${picture}" bytes LIMIT 24 HEX)
   expect_match("${bytes}" "^89504e470d0a1a0a0000000d494844520000012c")
 endforeach()

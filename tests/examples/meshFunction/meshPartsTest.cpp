@@ -5,7 +5,6 @@
 #include "tests/meshFunc2d/TestMeshes.h"
 
 using namespace geomKit;
-
 using namespace demo;
 
 namespace {

@@ -1,7 +1,5 @@
 #include <cmath>
-#include <map>
 
-#include <geomKit/vAlgebra/vectorUtils.h>
 #include <gtest/gtest.h>
 
 #include "examples/meshFunction/PatchModel.h"
@@ -9,7 +7,6 @@
 #include "tests/golden/Digest.h"
 
 using namespace geomKit;
-
 using namespace demo;
 
 namespace {
@@ -46,38 +43,6 @@ TEST(BezierPatch, DerivativesAgreeWithDifferences) {
             }
         }
     }
-}
-
-// A wrong digit or index in the data opens a gap or makes a crease.
-TEST(Teapot, PatchesOfAChartJoinWithoutGapsAndCreases) {
-    const std::vector<TexturedPatch> patches = teapotPatches();
-    // How often an edge of a patch was found in a neighbour, with the same point and normal there.
-    std::map<std::string, int> shared;
-    for (const TexturedPatch& patch : patches) {
-        for (int k = 0; k <= 32; ++k) {
-            const double t = (k % 8 + 0.5) / 8.0;
-            const double edge[4][2] = {{0.0, t}, {1.0, t}, {t, 0.0}, {t, 1.0}};
-            const double* uv = edge[k % 4];
-            const SurfacePoint mine = patch.surface.at(uv[0], uv[1]);
-            const Vector3 normal = mine.d1[0] % mine.d1[1];
-            const double x = patch.uv0.x + (patch.uv1.x - patch.uv0.x) * uv[0];
-            const double y = patch.uv0.y + (patch.uv1.y - patch.uv0.y) * uv[1];
-            for (const TexturedPatch& other : patches) {
-                if (&other == &patch || other.chart != patch.chart) continue;
-                const double u = (x - other.uv0.x) / (other.uv1.x - other.uv0.x);
-                const double v = (y - other.uv0.y) / (other.uv1.y - other.uv0.y);
-                if (!(u >= 0.0 && u <= 1.0 && v >= 0.0 && v <= 1.0)) continue;
-                const SurfacePoint theirs = other.surface.at(u, v);
-                ++shared[patch.chart];
-                EXPECT_LE(dist(mine.position, theirs.position), 1e-12) << patch.chart;
-                const Vector3 otherNormal = theirs.d1[0] % theirs.d1[1];
-                EXPECT_GT(normal.normalize() * otherNormal.normalize(), 0.99) << patch.chart;
-            }
-        }
-    }
-    EXPECT_EQ(shared.size(), 4U);
-    for (const auto& [chart, count] : shared)
-        EXPECT_GE(count, 32) << chart;
 }
 
 // The area vectors of a surface add up to that of what closes its opening: for the body the disc
