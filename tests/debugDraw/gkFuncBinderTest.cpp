@@ -15,8 +15,7 @@ std::ostringstream drawn;
 
 /// Makes every call of the interface, of variables, sums and constants; returns what they drew.
 std::string drawEverything() {
-    Vector3 a(1, 2, 3);
-    Vector3 b(4, 5, 6);
+    Vector3 a(1, 2, 3), b(4, 5, 6);
     drawn.str("");
     gkFuncBinder::drawVector(a, b, 7, 0.5);
     dVec(a, b, 3);

@@ -59,8 +59,7 @@ Bbox grown(Bbox a, const Vector3& p) {
 }
 
 TEST(Bbox, InvalidBoxesFollowTheirOwnRules) {
-    const Bbox empty;
-    const Bbox unit(Vector3(), {1, 1, 1});
+    const Bbox empty, unit(Vector3(), {1, 1, 1});
     EXPECT_EQ(empty, Bbox(Vector3(), {0, 0, -2}));
     for (const Bbox& bad : {empty, Bbox({2, 0, 0}, {1, 1, 1}), Bbox({kNaN, 0, 0}, {1, 1, 1})}) {
         SCOPED_TRACE(bad.minPt);
@@ -84,11 +83,9 @@ TEST(Bbox, InvalidBoxesFollowTheirOwnRules) {
 
 TEST(Bbox, SetOperationsAgreeWithMembership) {
     InputSource in(2);
-    Vector3 low;
-    Vector3 high;
+    Vector3 low, high;
     for (int i = 0; i < 3000; ++i) {
-        const Bbox a({in.whole(3), in.whole(3)});
-        const Bbox b({in.whole(3), in.whole(3)});
+        const Bbox a({in.whole(3), in.whole(3)}), b({in.whole(3), in.whole(3)});
         const Vector3 p = in.whole(3);
         ASSERT_EQ(shared(a, b).filter(p), a.filter(p) && b.filter(p));
         ASSERT_EQ(a + b, Bbox({a.minPt, a.maxPt, b.minPt, b.maxPt}));

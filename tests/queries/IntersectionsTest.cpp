@@ -28,8 +28,7 @@ TEST(Intersections, TriangleStatusesAreExactForAllOrdersOfTheVertices) {
     InputSource in(1);
     int seen[5] = {};
     for (int i = 0; i < 20000; ++i) {
-        const Vector3 p = in.whole(3);
-        const Vector3 d = wholeDirection(in);
+        const Vector3 p = in.whole(3), d = wholeDirection(in);
         const Vector3 v[3] = {in.whole(2), in.whole(2), in.whole(2)};
         const Vector3 n = (v[1] - v[0]) % (v[2] - v[0]);
         const double det = d * n;
@@ -133,11 +132,8 @@ TEST(Intersections, ManyTrianglesHaveTheBitsOfOneByOne) {
 TEST(Intersections, LinePlaneAndSphereStatusesAreExact) {
     InputSource in(2);
     for (int i = 0; i < 20000; ++i) {
-        const Vector3 p = in.whole(2);
-        const Vector3 q = in.whole(2);
-        const Vector3 d = wholeDirection(in);
-        const Vector3 e = wholeDirection(in);
-        const Vector3 n = d % e;
+        const Vector3 p = in.whole(2), q = in.whole(2), d = wholeDirection(in);
+        const Vector3 e = wholeDirection(in), n = d % e;
         const LineLineInt lines(p, d, q, e, kSlack);
         const bool apart = !((q - p) % d).isNull();
         ASSERT_EQ(lines.status, n.isNull() ? (apart ? 1 : 2) : (q - p) * n == 0.0 ? 0 : 3);
@@ -172,9 +168,7 @@ TEST(Intersections, LinePlaneAndSphereStatusesAreExact) {
 
 TEST(Intersections, TolerancesHaveTheirUnitsAndStrictness) {
     const Vector3 o;
-    const UVector3 x(1, 0, 0);
-    const UVector3 y(0, 1, 0);
-    const UVector3 z(0, 0, 1);
+    const UVector3 x(1, 0, 0), y(0, 1, 0), z(0, 0, 1);
     const Vector3 up(0, 0, 0.25);
     const auto triangle = [](const Vector3& p, const UVector3& d, double t) {
         return LineTriangleInt(p, d, {2, 0, 0}, {-1, 1, 0}, {-1, -1, 0}, t).status;
@@ -227,10 +221,8 @@ TEST(Intersections, WeightsBlendToThePointWhicheverAxisIsDropped) {
     InputSource in(3);
     for (int i = 0; i < 3000; ++i) {
         const Matrix3 corners = in.matrix(2.0);
-        const Vector3 a = corners.column(0);
-        const Vector3 b = corners.column(1);
-        const Vector3 c = corners.column(2);
-        const Vector3 n = (b - a) % (c - a);
+        const Vector3 a = corners.column(0), b = corners.column(1);
+        const Vector3 c = corners.column(2), n = (b - a) % (c - a);
         if (n.length() < 0.1) continue;
         Vector3 wanted = in.vector(3.0);
         wanted.z = 1.0 - wanted.x - wanted.y;
@@ -248,8 +240,7 @@ TEST(Intersections, WeightsBlendToThePointWhicheverAxisIsDropped) {
 TEST(Intersections, NonFiniteInputHasADocumentedStatus) {
     const Vector3 o;
     const UVector3 z(0, 0, 1);
-    const Vector3 a(1, 0, 0);
-    const Vector3 b(-1, 1, 0);
+    const Vector3 a(1, 0, 0), b(-1, 1, 0);
     for (const double bad : {kNaN, kInfinity, -kInfinity}) {
         for (int k = 0; k < 3; ++k) {
             Vector3 v(0.1, 0.2, 0.3);

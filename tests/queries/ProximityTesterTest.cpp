@@ -13,8 +13,7 @@ constexpr double kReach = 2.0 + kRounding;
 
 TEST(ProximityTester, NeverLosesANearQueryNorAcceptsOneBeyondTwoCells) {
     InputSource in(61);
-    int accepted = 0;
-    int refused = 0;
+    int accepted = 0, refused = 0;
     for (int set = 0; set < 600; ++set) {
         // Cubes, flat and collinear sets and single points, of any size, far from the origin.
         const double size = std::pow(10.0, in.uniform(-150.0, 150.0));
@@ -31,8 +30,7 @@ TEST(ProximityTester, NeverLosesANearQueryNorAcceptsOneBeyondTwoCells) {
         for (int i = 0; i < 200; ++i) {
             const Vector3 from = i % 2 == 0 ? pts[static_cast<std::size_t>(i) % pts.size()] : place;
             const Vector3 q = from + in.vector(i % 2 == 0 ? 2.0 * radius : size);
-            bool isNear = false;
-            bool mayBeNear = false;
+            bool isNear = false, mayBeNear = false;
             for (const Vector3& p : pts) {
                 const Vector3 d = q - p;
                 isNear = isNear || (d * (1.0 / radius)).length() < 1.0 - kRounding;
@@ -70,8 +68,7 @@ TEST(ProximityTester, SizesItsCellsByTheRule) {
 }
 
 TEST(ProximityTester, DefinesWhatCannotBeGridded) {
-    const Vector3 o;
-    const Vector3 far(1.7e308, 0.0, 0.0);
+    const Vector3 o, far(1.7e308, 0.0, 0.0);
     const auto expectAlways = [&](bool answer, const std::vector<Vector3>& pts, double radius) {
         const ProximityTester t(pts, radius);
         for (const Vector3& q : {o, Vector3(-1, 2, -3), far, -far})

@@ -30,8 +30,7 @@ TEST(PointFitting, AgreesWithTheSingularVectors) {
                       (1e-8 + 1e-13 * variances[0]) / gap);
         };
         Vector3 center;
-        UVector3 normal;
-        UVector3 direction;
+        UVector3 normal, direction;
         ASSERT_TRUE(bestFitPlane(pts, &center, &normal));
         ASSERT_TRUE(bestFitLine(pts, nullptr, &direction));
         EXPECT_LE((center - Vector3(mean.x(), mean.y(), mean.z())).length(), 1e-13 * size);
@@ -42,8 +41,7 @@ TEST(PointFitting, AgreesWithTheSingularVectors) {
 
 TEST(PointFitting, AnswersDegenerateSets) {
     Vector3 center(7.0, 8.0, 9.0);
-    UVector3 normal(0.0, 1.0, 0.0);
-    UVector3 dir(0.0, 1.0, 0.0);
+    UVector3 normal(0.0, 1.0, 0.0), dir(0.0, 1.0, 0.0);
     EXPECT_FALSE(bestFitPlane({}, &center, &normal));
     EXPECT_FALSE(bestFitLine({Vector3()}, &center, &normal));
     EXPECT_EQ(center, Vector3(7.0, 8.0, 9.0));

@@ -18,10 +18,8 @@ TEST(Segments2D, CrossingsAreExactInEveryOrder) {
     InputSource in(1);
     int touching = 0;
     for (int i = 0; i < 30000; ++i) {
-        const Vector3 a0 = wholePoint(in, 3);
-        const Vector3 a1 = wholePoint(in, 3);
-        const Vector3 b0 = wholePoint(in, 3);
-        const Vector3 b1 = wholePoint(in, 3);
+        const Vector3 a0 = wholePoint(in, 3), a1 = wholePoint(in, 3);
+        const Vector3 b0 = wholePoint(in, 3), b1 = wholePoint(in, 3);
         if (distSq(a0, a1) == 0.0) continue;
         const auto within = [](const Vector3& a, const Vector3& b, const Vector3& p) {
             return side(a, b, p) == 0.0 && (a - p) * (b - p) <= 0.0;
@@ -44,8 +42,7 @@ TEST(Segments2D, CrossingsAreExactInEveryOrder) {
 }
 
 TEST(Segments2D, ToleranceIsADistanceAndEndsAreStrict) {
-    const Vector3 o;
-    const Vector3 e(4, 0, 0);
+    const Vector3 o, e(4, 0, 0);
     const double more = std::nextafter(0.25, 1.0);
     // An upright segment from (x, y) against the one from o to e.
     const auto crosses = [&](double x, double y, double tol, bool inclusive) {
@@ -68,15 +65,12 @@ TEST(Segments2D, ToleranceIsADistanceAndEndsAreStrict) {
 
 TEST(Segments2D, RectanglesAgreeWithAParametricClip) {
     InputSource in(2);
-    const Vector3 rmin(-2, -1, 0);
-    const Vector3 rmax(2, 1, 0);
+    const Vector3 rmin(-2, -1, 0), rmax(2, 1, 0);
     int counts[3] = {0, 0, 0};
     for (int i = 0; i < 30000; ++i) {
-        Vector3 a = wholePoint(in, 4);
-        Vector3 b = wholePoint(in, 4);
+        Vector3 a = wholePoint(in, 4), b = wholePoint(in, 4);
         const Vector3 d = b - a;
-        double from = 0.0;
-        double to = 1.0;
+        double from = 0.0, to = 1.0;
         bool onEdge = false;
         for (int k = 0; k < 2; ++k) {
             if (d[k] == 0.0) {
@@ -116,10 +110,8 @@ TEST(Segments2D, ClipsToAHalfPlaneThatIsAslant) {
     for (int i = 0; i < 3000; ++i) {
         const Vector3 q = in.vector(2.0);
         const UVector3 n = in.vector(1.0);
-        Vector3 a = in.vector(3.0);
-        Vector3 b = in.vector(3.0);
-        const double da = (a - q) * n;
-        const double db = (b - q) * n;
+        Vector3 a = in.vector(3.0), b = in.vector(3.0);
+        const double da = (a - q) * n, db = (b - q) * n;
         ASSERT_EQ(segClipHalfPlane2D(a, b, q, n), da > 0.0 || db > 0.0);
         ASSERT_LE(std::abs((a - q) * n - (da < 0.0 && db > 0.0 ? 0.0 : da)), 1e-12);
         ASSERT_LE(std::abs((b - q) * n - (db < 0.0 && da > 0.0 ? 0.0 : db)), 1e-12);
@@ -127,12 +119,10 @@ TEST(Segments2D, ClipsToAHalfPlaneThatIsAslant) {
 }
 
 TEST(Segments2D, NonFiniteCoordinatesReturn) {
-    const Vector3 o;
-    const Vector3 e(1, 1, 0);
+    const Vector3 o, e(1, 1, 0);
     for (const double bad : {kNaN, kInfinity, -kInfinity}) {
         const Vector3 v(bad, 0.5, 0.0);
-        Vector3 a = e;
-        Vector3 b = v;
+        Vector3 a = e, b = v;
         EXPECT_TRUE(segClipHalfPlane2D(a, b, o, UVector3(1, 0, 0)));
         EXPECT_TRUE(segsIntersect(o, v, o, e, 0.1, true));
         EXPECT_FALSE(segIntersectRect2D(v, v, o, e));

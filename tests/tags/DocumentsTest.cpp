@@ -99,8 +99,7 @@ TEST(Documents, AttributesAndTextOfAnyCharacters) {
 
 TEST(Documents, SingularNames) {
     std::ifstream pairs(GEOMKIT_TEST_FOLDER "/names.txt");
-    std::string plural;
-    std::string singular;
+    std::string plural, singular;
     EXPECT_EQ(getSingularName(""), "");
     while (pairs >> plural >> singular)
         EXPECT_EQ(getSingularName(plural), singular);

@@ -8,8 +8,7 @@ namespace {
 /// Linear part R U of a proper rotation and a positive stretch.
 BoneTransform randomStretchedRotation(InputSource& in, double angle) {
     const Matrix3 frame = randomTransform(in).rotation;
-    const double x = in.uniform(0.3, 3.0);
-    const double y = in.uniform(0.3, 3.0);
+    const double x = in.uniform(0.3, 3.0), y = in.uniform(0.3, 3.0);
     const Matrix3 turn = Matrix3::rotationMatrix(UVector3(in.vector(1.0)), angle);
     return {turn * frame * Matrix3::diagonal(x, y, 0.7) * frame.transpose(), in.vector(2.0)};
 }

@@ -31,8 +31,7 @@ TEST(Matrix, AgreesWithEigen) {
     InputSource in(31);
     for (int n = 0; n < 200; ++n) {
         const auto [p, q, from, to] = in.vectors<4>(2.0);
-        const Matrix a(in.matrix(2.0), q);
-        const Matrix b = randomTransform(in).getMatrix();
+        const Matrix a(in.matrix(2.0), q), b = randomTransform(in).getMatrix();
         Matrix f = b;
         f(3, 2) = 0.25;
         const Eigen::Vector4d image = eigen(a) * eigen(p).homogeneous();

@@ -67,8 +67,7 @@ TEST(Skinning, OneVertex) {
 /// lists, normals along axes, with equal components, and too short to have been normalised.
 struct Crowd {
     struct Skin {
-        std::vector<Vector3> points;
-        std::vector<Vector3> positions;
+        std::vector<Vector3> points, positions;
         std::vector<UVector3> normals;
     };
     BoneTransformVector skeleton;

@@ -8,8 +8,7 @@ namespace {
 TEST(Transform, ComposesAndInverts) {
     InputSource in(41);
     for (int n = 0; n < 200; ++n) {
-        const Transform a = randomTransform(in);
-        const Transform b = randomTransform(in);
+        const Transform a = randomTransform(in), b = randomTransform(in);
         const Vector3 p = in.vector(4.0);
         expectComposition(a, b, p);
         EXPECT_LE(distance(a * p, a.getMatrix() * p), 1e-13);
@@ -31,8 +30,7 @@ TEST(Transform, BuildsFramesMirrorsAndRotations) {
     InputSource in(42);
     for (int n = 0; n < 100; ++n) {
         const Vector3 p = in.vector(3.0);
-        const UVector3 u = in.vector(1.0);
-        const UVector3 v = u % in.vector(1.0);
+        const UVector3 u = in.vector(1.0), v = u % in.vector(1.0);
         const Transform frame(u, v, p);
         EXPECT_LE(distance(frame.transformPoint(Vector3(0.0, 0.0, 1.0)), p + u), 1e-14);
         EXPECT_LE(distance(frame.transformDirection(Vector3(1.0, 0.0, 0.0)), v), 1e-15);
@@ -57,8 +55,7 @@ TEST(Transform, BuildsFramesMirrorsAndRotations) {
 TEST(Transform, InterpolateIsSlerpAndGeometricScaleAlsoOfMatrices) {
     InputSource in(43);
     for (int n = 0; n < 200; ++n) {
-        const Transform a = randomTransform(in);
-        const Transform b = randomTransform(in);
+        const Transform a = randomTransform(in), b = randomTransform(in);
         const double t = in.uniform(0.0, 1.0);
         const Transform blend = Transform::interpolate(a, b, t);
         const Eigen::Quaterniond qa(eigen(a.rotation));
@@ -81,8 +78,7 @@ TEST(Transform, InterpolateIsSlerpAndGeometricScaleAlsoOfMatrices) {
 TEST(Transform, InterpolateOfManyHasTheBitsOfOneByOne) {
     InputSource in(44);
     const double ts[] = {0.5, 0.0, -0.0, kNaN, 1.0, -kInfinity, 7.0, 1e-300, 0.999};
-    const Transform a = randomTransform(in);
-    const Transform b = randomTransform(in);
+    const Transform a = randomTransform(in), b = randomTransform(in);
     for (const std::size_t count : {0u, 1u, 9u}) {
         std::vector<Transform> out = {a, b, 3, 4, 5, 6, 7, 8, 9, 10};
         std::vector<Transform> want = out;

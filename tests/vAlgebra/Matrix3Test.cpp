@@ -84,8 +84,7 @@ TEST(Matrix3, RotationsAgainstEigenAndBack) {
         EXPECT_NEAR(m.getRotationAngle(&axis), angle, 1e-12);
         const double found = m.getRotationAngle(nullptr);
         expectNear(Matrix3::rotationMatrix(m.getRotationAxis(), found), m, 1e-9);
-        Vector3 a;
-        Vector3 b;
+        Vector3 a, b;
         getBasis(axis, a, b);
         const double turned = angle < 0.0 ? angle + 2.0 * kPi : angle;
         EXPECT_NEAR(getAngleBetween(a, m * a, axis), turned, 1e-14);

@@ -75,8 +75,7 @@ TEST(Vector3, AngleTestsBelowAndAboveTheirBounds) {
 }
 
 TEST(Vector3, PullBackOntoDependentVectors) {
-    const Vector3 x(1.0, 0.0, 0.0);
-    const Vector3 unwritten(7.0, 7.0, 7.0);
+    const Vector3 x(1.0, 0.0, 0.0), unwritten(7.0, 7.0, 7.0);
     const auto expect = [&](const char* name, const Vector3& e0, const Vector3& e1,
                             const Vector3& want) {
         Vector3 coords = unwritten;

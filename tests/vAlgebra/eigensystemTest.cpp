@@ -34,8 +34,7 @@ TEST(Eigensystem, AgainstEigen) {
 TEST(Eigensystem, PivotsOfEqualAndOfNaNEntries) {
     const auto expect = [](const char* name, double yx, double zx, double zy, int wantP,
                            int wantQ) {
-        int p = -1;
-        int q = -1;
+        int p = -1, q = -1;
         double c = 0.0, s = 0.0, t = 0.0, tau = 0.0;
         const Matrix3 m({1.0, yx, zx}, {yx, 1.0, zy}, {zx, zy, 2.0});
         jacobiRotation(m, p, q, c, s, t, tau);

@@ -39,13 +39,11 @@ TEST(VectorUtils, SegmentDistanceAtTheEnds) {
 TEST(VectorUtils, BasesAreRightHandedAlsoInPlace) {
     InputSource in(202);
     // Slopes below and above that of 0.03 degrees.
-    const double flat = 0.99 * kNormalCosDefault;
-    const double steep = 1.01 * kNormalCosDefault;
+    const double flat = 0.99 * kNormalCosDefault, steep = 1.01 * kNormalCosDefault;
     const Vector3 ties[] = {{1, 1, 1}, {0, 0, 1}, {0, 1, 0}, {1, 0, 0}, {1, 1, 0}, {0, -1, 1}};
     for (int i = 0; i < 500; ++i) {
         const UVector3 v = i < 6 ? ties[i] : in.vector(1.0);
-        Vector3 e1;
-        Vector3 e2;
+        Vector3 e1, e2;
         getBasis(v, e1, e2);
         expectNear(Matrix3(e1, e2, v) * Matrix3(e1, e2, v).transpose(), Matrix3(), 1e-15);
         expectNear(e1 % e2, v, 1e-15);
@@ -66,8 +64,7 @@ TEST(VectorUtils, BasesAreRightHandedAlsoInPlace) {
 TEST(VectorUtils, CurvaturesOfATorus) {
     InputSource in(205);
     for (int i = 0; i < 500; ++i) {
-        const double u = in.uniform(0.0, 6.0);
-        const double v = in.uniform(0.0, 6.0);
+        const double u = in.uniform(0.0, 6.0), v = in.uniform(0.0, 6.0);
         const double k = in.uniform(-0.8, 0.8);
         const Vector3 radial(std::cos(u), std::sin(u), 0.0);
         const Vector3 along(-std::sin(u), std::cos(u), 0.0);
@@ -77,8 +74,7 @@ TEST(VectorUtils, CurvaturesOfATorus) {
         const Vector3 d1[] = {along * ring + sv * k, sv};
         const Vector3 d2[] = {radial * -ring - along * (2.0 * k * std::sin(v)) + inwards * (k * k),
                               along * -std::sin(v) + inwards * k, inwards};
-        double kMin = 0.0;
-        double kMax = 0.0;
+        double kMin = 0.0, kMax = 0.0;
         ASSERT_TRUE(principalCurvatures(d1, d2, &kMin, &kMax));
         EXPECT_NEAR(kMin, -1.0, 1e-10);
         EXPECT_NEAR(kMax, -std::cos(v) / ring, 1e-10);

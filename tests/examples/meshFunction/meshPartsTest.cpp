@@ -45,8 +45,7 @@ TEST(CutMesh, BothPartsMakeUpTheWholeAndStayJoined) {
 }
 
 TEST(FrontToBack, TheFirstFacetOverAnyPointIsTheNearest) {
-    constexpr int kSize = 48;
-    constexpr int kFacets = 120;
+    constexpr int kSize = 48, kFacets = 120;
     InputSource in(11);
     std::vector<ScreenPoint> at;
     std::vector<int> facets;

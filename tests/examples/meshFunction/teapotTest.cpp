@@ -26,8 +26,7 @@ TEST(BezierPatch, DerivativesAgreeWithDifferences) {
     for (const TexturedPatch& patch : patches) {
         const auto at = [&patch](double u, double v) { return patch.surface.at(u, v); };
         for (int i = 0; i < 10; ++i) {
-            const double u = in.uniform(h, 1.0 - h);
-            const double v = in.uniform(h, 1.0 - h);
+            const double u = in.uniform(h, 1.0 - h), v = in.uniform(h, 1.0 - h);
             const SurfacePoint s = at(u, v);
             for (std::size_t k = 0; k < 2; ++k) {
                 const double du = k == 0 ? h : 0.0;
@@ -56,8 +55,7 @@ TEST(Teapot, TheBodyIsClosedButForItsOpeningAndFacesOutwards) {
     ASSERT_EQ(body.curvatures.size(), body.positions.size());
     Vector3 sum;
     for (std::size_t i = 0; i + 2 < body.facets.size(); i += 3) {
-        Vector3 corner[3];
-        Vector3 normal;
+        Vector3 corner[3], normal;
         for (std::size_t k = 0; k < 3; ++k) {
             const auto v = static_cast<std::size_t>(body.facets[i + k]);
             corner[k] = body.positions[v];
