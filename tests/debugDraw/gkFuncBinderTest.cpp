@@ -10,6 +10,8 @@ using namespace geomKit;
 
 namespace {
 
+using Binder = gkFuncBinder;
+
 /// What the callbacks without a context were called with, as text.
 std::ostringstream drawn;
 
@@ -17,16 +19,16 @@ std::ostringstream drawn;
 std::string drawEverything() {
     Vector3 a(1, 2, 3), b(4, 5, 6);
     drawn.str("");
-    gkFuncBinder::drawVector(a, b, 7, 0.5);
+    Binder::drawVector(a, b, 7, 0.5);
     dVec(a, b, 3);
     dVec(a, b - a, 3);
     dVecSc(a, b, 4, 2.0);
     dVecSc({}, b, 4, 2.0);
-    gkFuncBinder::drawPoint(a, 8);
+    Binder::drawPoint(a, 8);
     dPnt(b, 9);
     dPnt(a + b, 1);
-    gkFuncBinder::drawPoints({a, b}, 1, 2);
-    gkFuncBinder::clear();
+    Binder::drawPoints({a, b}, 1, 2);
+    Binder::clear();
     cl();
     return drawn.str();
 }
@@ -43,56 +45,52 @@ std::string& textOf(void* context) {
 
 TEST(GkFuncBinder, CallsReachTheRegisteredCallbacksOnly) {
     EXPECT_EQ(drawEverything(), "") << "null when the library is loaded";
-    gkFuncBinder::registerDrawPoints([](const std::vector<Vector3>& points, int colour, int style) {
+    Binder::registerDrawPoints([](const std::vector<Vector3>& points, int colour, int style) {
         drawn << points.size() << " points " << colour << style << ";";
     });
     EXPECT_EQ(drawEverything(), "") << "drawing points asks for the draw-point callback too";
-    gkFuncBinder::registerDrawPoint(
-        [](const Vector3& p, int colour) { drawn << p << colour << ";"; });
+    Binder::registerDrawPoint([](const Vector3& p, int colour) { drawn << p << colour << ";"; });
     EXPECT_EQ(drawEverything(), kPoints + "2 points 12;");
-    gkFuncBinder::registerDrawPoints(nullptr);
+    Binder::registerDrawPoints(nullptr);
     EXPECT_EQ(drawEverything(), kPoints) << "it alone draws no points";
 
-    gkFuncBinder::iGet()->iReset();
-    gkFuncBinder::registerClear([] { drawn << "clear;"; });
-    gkFuncBinder::registerDrawVector(
-        [](const Vector3& a, const Vector3& v, int colour, double scale) {
-            drawn << a << v << colour << " " << scale << ";";
-        });
+    Binder::iGet()->iReset();
+    Binder::registerClear([] { drawn << "clear;"; });
+    Binder::registerDrawVector([](const Vector3& a, const Vector3& v, int colour, double scale) {
+        drawn << a << v << colour << " " << scale << ";";
+    });
     EXPECT_EQ(drawEverything(), kVectors + "clear;clear;");
 }
 
 TEST(GkFuncBinder, EachCallbackHasItsOwnContextAndReplacesTheOtherKind) {
     std::string vectors, points, sets, clears;
-    gkFuncBinder::iGet()->iReset();
-    gkFuncBinder::registerDrawVector(
+    Binder::iGet()->iReset();
+    Binder::registerDrawVector(
         [](const Vector3&, const Vector3&, int, double scale, void* in) {
             textOf(in) += std::to_string(static_cast<int>(10 * scale)) + ";";
         },
         &vectors);
-    gkFuncBinder::registerDrawPoints(
-        [](const auto&, int colour, int style, void* in) {
-            textOf(in) += std::to_string(10 * colour + style);
-        },
-        &sets);
-    gkFuncBinder::registerClear([](void* in) { textOf(in) += "clear;"; }, &clears);
+    Binder::registerDrawPoints([](const auto&, int colour, int style,
+                                  void* in) { textOf(in) += std::to_string(10 * colour + style); },
+                               &sets);
+    Binder::registerClear([](void* in) { textOf(in) += "clear;"; }, &clears);
     drawEverything();
     EXPECT_EQ(vectors, "5;1;1;20;20;");
     EXPECT_EQ(clears, "clear;clear;");
     EXPECT_EQ(sets, "") << "drawing points asks for the draw-point callback too";
 
-    gkFuncBinder::registerDrawPoint([](const auto&, int) { drawn << "replaced"; });
-    gkFuncBinder::registerDrawPoint(
+    Binder::registerDrawPoint([](const auto&, int) { drawn << "replaced"; });
+    Binder::registerDrawPoint(
         [](const auto&, int colour, void* in) { textOf(in) += std::to_string(colour); }, &points);
-    gkFuncBinder::registerClear(nullptr, &clears);
+    Binder::registerClear(nullptr, &clears);
     EXPECT_EQ(drawEverything(), "");
     EXPECT_EQ(points, "891");
     EXPECT_EQ(sets, "12");
     EXPECT_EQ(clears, "clear;clear;") << "a callback that was taken back";
-    gkFuncBinder::registerDrawPoint([](const auto&, int colour) { drawn << colour; });
+    Binder::registerDrawPoint([](const auto&, int colour) { drawn << colour; });
     EXPECT_EQ(drawEverything(), "891");
     EXPECT_EQ(points, "891") << "a callback that was replaced";
-    gkFuncBinder::iGet()->iReset();
+    Binder::iGet()->iReset();
 }
 
 }  // namespace

@@ -175,11 +175,10 @@ TEST(Intersections, TolerancesHaveTheirUnitsAndStrictness) {
     };
     // The answers just below a value, at it and just above it.
     using Answers = std::array<int, 3>;
-    const auto expect = [](const char* name, double value, const Answers& wanted,
-                           const auto& query) {
+    const auto expect = [](const char* name, double value, const Answers& want, const auto& query) {
         const double below = value * (1.0 - 0x1p-50);
         const double above = value * (1.0 + 0x1p-50);
-        EXPECT_EQ(Answers({query(below), query(value), query(above)}), wanted) << name;
+        EXPECT_EQ(Answers({query(below), query(value), query(above)}), want) << name;
     };
     const auto ofLines = [&](const auto& d, const auto& e) {
         return [=](double t) { return LineLineInt(o, d, up, e, t).status; };
@@ -198,7 +197,7 @@ TEST(Intersections, TolerancesHaveTheirUnitsAndStrictness) {
            [&](double t) { return triangle(Vector3(3, 0, 1), z, t); });
     expect("0.125 beside an edge of length 2: an area", 0.25, {1, 0, 0},
            [&](double t) { return triangle(Vector3(-1.125, 0, 1), z, t); });
-    expect("a line beside a triangle's plane", 0.25, {3, 3, 2},
+    expect("a line beside its plane", 0.25, {3, 3, 2},
            [&](double t) { return triangle(up, x, t); });
     expect("squared distance 1, squared radius 0.25", 0.75, {0, 1, 1},
            [&](double t) { return LineSphereInt(o + x, y, o, 0.5, t).numHits; });

@@ -49,10 +49,9 @@ TEST(ProximityTester, NeverLosesANearQueryNorAcceptsOneBeyondTwoCells) {
 }
 
 TEST(ProximityTester, SizesItsCellsByTheRule) {
-    const auto expectGrid = [](const Vector3& extent, const Vector3& cells, int nx, int ny,
-                               int nz) {
+    const auto expectGrid = [](const Vector3& size, const Vector3& cells, int nx, int ny, int nz) {
         const Vector3 corner(-3.0, 5.0, 7.0);
-        const ProximityTester t({corner, corner + extent}, 1.0);
+        const ProximityTester t({corner, corner + size}, 1.0);
         EXPECT_EQ(Vector3(t.cellX, t.cellY, t.cellZ), cells);
         EXPECT_EQ(t.origin, corner - cells);
         EXPECT_EQ(std::tie(t.nx, t.ny, t.nz), std::tie(nx, ny, nz));

@@ -18,22 +18,21 @@ TEST(PointFitting, AgreesWithTheSingularVectors) {
         for (int k = 0; k < count; ++k) {
             const Vector3 v = in.vector(1.0);
             pts.push_back(offset + frame * Vector3(v.x, 0.5 * v.y, 0.1 * v.z));
-            columns.col(k) << pts.back().x, pts.back().y, pts.back().z;
+            columns.col(k) = pts.back().to<Eigen::Vector3d>();
         }
         const Eigen::Vector3d mean = columns.rowwise().mean();
-        const Eigen::JacobiSVD<Eigen::MatrixXd> svd(columns.colwise() - mean, Eigen::ComputeFullU);
+        const Eigen::JacobiSVD<Eigen::Matrix3Xd> svd(columns.colwise() - mean, Eigen::ComputeFullU);
         const Eigen::Vector3d variances = svd.singularValues().cwiseAbs2() / count;
         // An axis may turn by the off-diagonal tolerance and rounding over the gap to the next one.
         const auto expectAxis = [&](const UVector3& axis, int column, double gap) {
-            const Eigen::Vector3d u = svd.matrixU().col(column);
-            EXPECT_LE((axis % Vector3(u.x(), u.y(), u.z())).length(),
-                      (1e-8 + 1e-13 * variances[0]) / gap);
+            const double bound = (1e-8 + 1e-13 * variances[0]) / gap;
+            EXPECT_LE((axis % Vector3(svd.matrixU().col(column))).length(), bound);
         };
         Vector3 center;
         UVector3 normal, direction;
         ASSERT_TRUE(bestFitPlane(pts, &center, &normal));
         ASSERT_TRUE(bestFitLine(pts, nullptr, &direction));
-        EXPECT_LE((center - Vector3(mean.x(), mean.y(), mean.z())).length(), 1e-13 * size);
+        EXPECT_LE(dist(center, Vector3(mean)), 1e-13 * size);
         expectAxis(normal, 2, variances[1] - variances[2]);
         expectAxis(direction, 0, variances[0] - variances[1]);
     }

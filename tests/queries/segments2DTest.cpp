@@ -18,24 +18,25 @@ TEST(Segments2D, CrossingsAreExactInEveryOrder) {
     InputSource in(1);
     int touching = 0;
     for (int i = 0; i < 30000; ++i) {
-        const Vector3 a0 = wholePoint(in, 3), a1 = wholePoint(in, 3);
-        const Vector3 b0 = wholePoint(in, 3), b1 = wholePoint(in, 3);
-        if (distSq(a0, a1) == 0.0) continue;
-        const auto within = [](const Vector3& a, const Vector3& b, const Vector3& p) {
-            return side(a, b, p) == 0.0 && (a - p) * (b - p) <= 0.0;
+        const Vector3 a[] = {wholePoint(in, 3), wholePoint(in, 3)};
+        const Vector3 b[] = {wholePoint(in, 3), wholePoint(in, 3)};
+        if (distSq(a[0], a[1]) == 0.0) continue;
+        const auto sides = [](const Vector3* s, const Vector3* ends) {
+            return side(s[0], s[1], ends[0]) * side(s[0], s[1], ends[1]);
         };
-        const bool proper =
-            side(a0, a1, b0) * side(a0, a1, b1) < 0.0 && side(b0, b1, a0) * side(b0, b1, a1) < 0.0;
-        const bool closed = proper || within(a0, a1, b0) || within(a0, a1, b1) ||
-                            within(b0, b1, a0) || within(b0, b1, a1);
-        touching += closed && !proper;
+        const auto holds = [](const Vector3* s, const Vector3& p) {
+            return side(s[0], s[1], p) == 0.0 && (s[0] - p) * (s[1] - p) <= 0.0;
+        };
+        const bool isCrossing = sides(a, b) < 0.0 && sides(b, a) < 0.0;
+        const bool isTouching =
+            holds(a, b[0]) || holds(a, b[1]) || holds(b, a[0]) || holds(b, a[1]);
+        touching += isTouching ? 1 : 0;
         for (int order = 0; order < 4; ++order) {
-            const Vector3& p = order % 2 == 0 ? a0 : a1;
-            const Vector3& q = order % 2 == 0 ? a1 : a0;
-            const Vector3& r = order < 2 ? b0 : b1;
-            const Vector3& s = order < 2 ? b1 : b0;
-            ASSERT_EQ(segsIntersect(p, q, r, s, 1e-9, true), closed) << p << q << r << s;
-            ASSERT_EQ(segsIntersect(p, q, r, s, 1e-9, false), proper) << p << q << r << s;
+            SCOPED_TRACE(i);
+            const Vector3 &p = a[order % 2], &q = a[1 - order % 2];
+            const Vector3 &r = b[order / 2], &s = b[1 - order / 2];
+            ASSERT_EQ(segsIntersect(p, q, r, s, 1e-9, true), isCrossing || isTouching);
+            ASSERT_EQ(segsIntersect(p, q, r, s, 1e-9, false), isCrossing);
         }
     }
     EXPECT_GT(touching, 1000);

@@ -106,20 +106,18 @@ struct Crowd {
         const std::size_t size = std::min(count, kVertices - start);
         Vector3* const points = out.points.data() + start;
         Vector3* const positions = out.positions.data() + start;
-        UVector3* const normalsOut = out.normals.data() + start;
-        const UVector3* normals = first % 2 == 0 ? rest.normals.data() + start : normalsOut;
+        UVector3* const moved = out.normals.data() + start;
+        const UVector3* normals = first % 2 == 0 ? rest.normals.data() + start : moved;
         if (flat != nullptr) {
             skeleton.transformVertices(*flat, points, first, size, points);
-            skeleton.transformVertices(*flat, positions, normals, first, size, positions,
-                                       normalsOut);
+            skeleton.transformVertices(*flat, positions, normals, first, size, positions, moved);
             return;
         }
         EXPECT_EQ(skeleton.transformVertices(&mesh, first, count, nullptr), size);
         EXPECT_EQ(skeleton.transformVertices(&mesh, first, count, points), size);
         skeleton.transformVertices(&mesh, normals, first, count, positions, nullptr);
         Vector3* const again = first % 3 == 0 ? positions : nullptr;
-        EXPECT_EQ(skeleton.transformVertices(&mesh, normals, first, count, again, normalsOut),
-                  size);
+        EXPECT_EQ(skeleton.transformVertices(&mesh, normals, first, count, again, moved), size);
     }
 
     /// `skin` is, bit for bit, what the one-vertex members make of the range, and at rest

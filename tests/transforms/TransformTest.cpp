@@ -63,8 +63,7 @@ TEST(Transform, InterpolateIsSlerpAndGeometricScaleAlsoOfMatrices) {
         EXPECT_LE(distance(blend.rotation, qa.slerp(t, qb).toRotationMatrix()), 1e-9);
         const double scale = std::pow(std::abs(a.scale), 1.0 - t) * std::pow(std::abs(b.scale), t);
         EXPECT_NEAR(std::abs(blend.scale), scale, 1e-13);
-        EXPECT_LE(distance(blend.translation, a.translation * (1.0 - t) + b.translation * t),
-                  1e-14);
+        EXPECT_LE(distance(blend.translation, lerp(a.translation, b.translation, t)), 1e-14);
         expectBlendsEnd(a, b, 0.0);
         expectBlendsEnd(a.getMatrix(), b.getMatrix(), 0.0);
         if (a.scale < 0.0 || b.scale < 0.0) continue;

@@ -7,8 +7,7 @@
 namespace geomKit {
 
 inline Eigen::Matrix4d eigen(const Matrix& m) {
-    return Eigen::Matrix4d::NullaryExpr(
-        [&](auto i, auto j) { return m(static_cast<int>(i), static_cast<int>(j)); });
+    return Eigen::Matrix<double, 4, 4, Eigen::RowMajor>(m.data());
 }
 template <typename T>
 auto eigen(const T& t) -> decltype(eigen(t.getMatrix())) {

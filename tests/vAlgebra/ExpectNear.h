@@ -13,11 +13,10 @@ Eigen::MatrixXd eigen(const Eigen::MatrixBase<E>& e) {
     return e;
 }
 inline Eigen::Vector3d eigen(const Vector3& v) {
-    return {v.x, v.y, v.z};
+    return v.to<Eigen::Vector3d>();
 }
 inline Eigen::Matrix3d eigen(const Matrix3& m) {
-    return (Eigen::Matrix3d() << eigen(m.column(0)), eigen(m.column(1)), eigen(m.column(2)))
-        .finished();
+    return Eigen::Matrix<double, 3, 3, Eigen::RowMajor>(m.data());
 }
 
 /// NaN, which fails every bound, when there is one in a or b.

@@ -76,8 +76,7 @@ TEST(Vector3, AngleTestsBelowAndAboveTheirBounds) {
 
 TEST(Vector3, PullBackOntoDependentVectors) {
     const Vector3 x(1.0, 0.0, 0.0), unwritten(7.0, 7.0, 7.0);
-    const auto expect = [&](const char* name, const Vector3& e0, const Vector3& e1,
-                            const Vector3& want) {
+    const auto expect = [&](const char* name, Vector3 e0, Vector3 e1, Vector3 want) {
         Vector3 coords = unwritten;
         const Vector3 basis[] = {e0, e1};
         EXPECT_EQ(Vector3(6.0, 4.0, 5.0).pullBack(basis, &coords), want != unwritten) << name;

@@ -12,19 +12,17 @@ TEST(Eigensystem, AgainstEigen) {
         const double size = std::exp(in.uniform(-3.0, 6.0));
         Matrix3 m = in.matrix(size);
         if (i % 2 == 0) {  // two eigenvalues nearly, or exactly, equal
-            const Matrix3 turn = Matrix3::rotationMatrix(in.vector(1.0), in.uniform(-3.0, 3.0));
+            const Matrix3 r = Matrix3::rotationMatrix(in.vector(1.0), in.uniform(-3.0, 3.0));
             const double gap = i % 4 == 0 ? 0.0 : std::exp(in.uniform(-35.0, 0.0));
-            m = turn * Matrix3::diagonal(size, size + gap, in.uniform(0.0, size)) *
-                turn.transpose();
+            m = r * Matrix3::diagonal(size, size + gap, in.uniform(0.0, size)) * r.transpose();
         }
         const Matrix3 part = (m + m.transpose()) * 0.5;
-        const auto expected =
-            Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d>(eigen(part)).eigenvalues();
+        const auto want = Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d>(eigen(part)).eigenvalues();
         double eigs[3];
         UVector3 v[3];
         ASSERT_TRUE(jacobiMethod(m, eigs, v)) << m;
         for (int k = 0; k < 3; ++k) {
-            EXPECT_NEAR(eigs[k], expected[k], 2e-8);
+            EXPECT_NEAR(eigs[k], want[k], 2e-8);
             expectNear(part * v[k], v[k] * eigs[k], 2e-8);
         }
         expectNear(v[0] % v[1] * ((v[0] % v[1]) * v[2]), v[2], 1e-13);
@@ -32,14 +30,13 @@ TEST(Eigensystem, AgainstEigen) {
 }
 
 TEST(Eigensystem, PivotsOfEqualAndOfNaNEntries) {
-    const auto expect = [](const char* name, double yx, double zx, double zy, int wantP,
-                           int wantQ) {
-        int p = -1, q = -1;
+    const auto expect = [](const char* name, double yx, double zx, double zy, int p, int q) {
+        int gotP = -1, gotQ = -1;
         double c = 0.0, s = 0.0, t = 0.0, tau = 0.0;
         const Matrix3 m({1.0, yx, zx}, {yx, 1.0, zy}, {zx, zy, 2.0});
-        jacobiRotation(m, p, q, c, s, t, tau);
-        EXPECT_EQ(p, wantP) << name;
-        EXPECT_EQ(q, wantQ) << name;
+        jacobiRotation(m, gotP, gotQ, c, s, t, tau);
+        EXPECT_EQ(gotP, p) << name;
+        EXPECT_EQ(gotQ, q) << name;
         return t;
     };
     expect("all equal: the last", 1, 1, 1, 2, 1);
