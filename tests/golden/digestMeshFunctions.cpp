@@ -33,8 +33,7 @@ MeshFunction2D roughMesh(int side) {
     std::vector<int> facets;
     for (int i = 0; i < side; ++i) {
         for (int j = 0; j < side; ++j) {
-            const Vector3 jitter = in.vector(0.3);
-            const Vector3 value = in.vector(1.0);
+            const Vector3 jitter = in.vector(0.3), value = in.vector(1.0);
             params.emplace_back(i + jitter.x, j + jitter.y);
             values.emplace_back(value.x, value.y);
             floats.push_back(static_cast<float>(value.z));

@@ -39,8 +39,7 @@ void addBoxes(Digest& digest, InputSource& in, int /*i*/) {
     Bbox box(pts);
     box += Bbox({in.vector(2.0)});
     box.update(in.vector(3.0));
-    Vector3 low;
-    Vector3 high;
+    Vector3 low, high;
     box.boundsInDir(in.vector(1.0), &low, &high);
     digest.add(box.volume(), low, high);
     box.isec(Bbox({in.vector(3.0), in.vector(3.0)}));
@@ -48,24 +47,20 @@ void addBoxes(Digest& digest, InputSource& in, int /*i*/) {
 }
 
 void addSegments(Digest& digest, InputSource& in, int /*i*/) {
-    const Vector3 rmin(-0.5, -0.7, 0.0);
-    const Vector3 rmax(0.8, 0.6, 0.0);
+    const Vector3 rmin(-0.5, -0.7, 0.0), rmax(0.8, 0.6, 0.0);
     const auto [a0, a1] = in.vectors<2>(1.0);
     auto [b0, b1] = in.vectors<2>(1.0);
     const double tol = in.uniform(0.0, 0.2);
     digest.add(segsIntersect(a0, a1, b0, b1, tol, true), segsIntersect(a0, a1, b0, b1, tol, false));
-    Vector3 outA;
-    Vector3 outB;
+    Vector3 outA, outB;
     digest.add(segIntersectRect2D(a0, a1, rmin, rmax));
     digest.add(segClipRect2D(a0, a1, rmin, rmax, outA, outB), outA, outB);
     digest.add(segClipHalfPlane2D(b0, b1, a0, a1), b0, b1);
 }
 
 void addRoots(Digest& digest, InputSource& in, int i) {
-    const double a = in.uniform(-2.0, 2.0);
-    const double b = in.uniform(-20.0, 20.0);
-    const double c = in.uniform(-100.0, 100.0);
-    const double d = in.uniform(-300.0, 300.0);
+    const double a = in.uniform(-2.0, 2.0), b = in.uniform(-20.0, 20.0);
+    const double c = in.uniform(-100.0, 100.0), d = in.uniform(-300.0, 300.0);
     double roots[3] = {0.0, 0.0, 0.0};
     digest.add(solveCubic(a, b, c, i % 8 == 0 ? 0.0 : d, roots), roots);
 }

@@ -7,8 +7,7 @@ using namespace geomKit;
 namespace {
 
 Transform similarity(InputSource& in) {
-    const UVector3 u = in.vector(1.0);
-    const UVector3 v = u % in.vector(1.0);
+    const UVector3 u = in.vector(1.0), v = u % in.vector(1.0);
     Transform t(u, v, in.vector(3.0));
     t.scale = in.uniform(-2.0, 2.0);
     return t;
@@ -16,8 +15,7 @@ Transform similarity(InputSource& in) {
 
 void addMatrices(Digest& digest, InputSource& in, int /*i*/) {
     const Matrix3 linear = in.matrix(1.0);
-    const Matrix a(linear, in.vector(2.0));
-    const Matrix b = similarity(in).getMatrix();
+    const Matrix a(linear, in.vector(2.0)), b = similarity(in).getMatrix();
     digest.add(a * b.transpose(), a.inverse(), b.scale(in.uniform(0.5, 2.0)), a.distTo(b),
                b.isRigid(), b.getRotationAxis());
     const Vector3 axis = in.vector(1.0);
@@ -29,8 +27,7 @@ void addMatrices(Digest& digest, InputSource& in, int /*i*/) {
 }
 
 void addTransforms(Digest& digest, InputSource& in, int /*i*/) {
-    const Transform a = similarity(in);
-    const Transform b = similarity(in);
+    const Transform a = similarity(in), b = similarity(in);
     const UVector3 n = in.vector(1.0);
     digest.add((a * b.inverse()).getMatrix(), Transform::reflection(in.vector(2.0), n).getMatrix());
     digest.addMath(Transform::rotate(n, a.translation).getMatrix());
@@ -43,8 +40,7 @@ BoneTransform randomBone(InputSource& in) {
 }
 
 void addBones(Digest& digest, InputSource& in, int /*i*/) {
-    const BoneTransform a = randomBone(in);
-    const BoneTransform b = randomBone(in);
+    const BoneTransform a = randomBone(in), b = randomBone(in);
     const double t = in.uniform(-0.1, 1.1);
     for (const BoneTransform& bone :
          {a, BoneTransform::interpolate(a, t), BoneTransform::interpolate(a, b, t)})
@@ -55,10 +51,8 @@ void addSkin(Digest& digest, InputSource& in, int /*i*/) {
     const std::size_t vertices = 1000;
     BoneTransformVector skeleton;
     skeleton.bones.resize(10);
-    for (BoneTransform& bone : skeleton.bones) {
-        bone.linear = in.matrix(1.0);
-        bone.translation = in.vector(1.0);
-    }
+    for (BoneTransform& bone : skeleton.bones)
+        bone = BoneTransform{in.matrix(1.0), in.vector(1.0)};
     BaseDisplayData mesh;
     std::vector<UVector3> normals;
     for (std::size_t v = 0; v < vertices; ++v) {

@@ -20,20 +20,17 @@ void addUtilities(Digest& digest, InputSource& in, int /*i*/) {
     double t = 0.0;
     digest.add(distSqToLineSegment(a, b, c, &t), t, dist(a, b), projectOnPlane(a, b, c),
                projectOnLine(a, b, c));
-    Vector3 e1;
-    Vector3 e2;
+    Vector3 e1, e2;
     getBasis(a.normalize(), e1, e2);
     digest.add(e1, e2, samePlane(a, b, a + e1 * 1e-4, b), calcCurvature(a, b));
-    const Vector3 first[2] = {a, b};
-    const Vector3 second[3] = {c, a % b, b % c};
+    const Vector3 first[2] = {a, b}, second[3] = {c, a % b, b % c};
     double k[2] = {0.0, 0.0};
     digest.add(principalCurvatures(first, second, &k[0], &k[1]), k);
     digest.addMath(getAngleBetween(a, b, c));
 }
 
 void addMatrices(Digest& digest, InputSource& in, int /*i*/) {
-    const Matrix3 m = in.matrix(1.0);
-    const Matrix3 n = in.matrix(1.0);
+    const Matrix3 m = in.matrix(1.0), n = in.matrix(1.0);
     digest.add(m * n + m.transpose() * 0.3, m.inverse(), m * in.vector(5.0));
     UVector3 null[3];
     const Matrix3 flat(m.column(0), m.column(1), m.column(0) * 2.0);
@@ -46,8 +43,7 @@ void addMatrices(Digest& digest, InputSource& in, int /*i*/) {
     digest.add(jacobiMethod(m, values, axes));
     for (int k = 0; k < 3; ++k)
         digest.add(values[k], axes[k]);
-    const UVector3 from = in.vector(1.0);
-    const UVector3 to = in.vector(1.0);
+    const UVector3 from = in.vector(1.0), to = in.vector(1.0);
     const Matrix3 rotation = Matrix3::rotationMatrix(from, in.uniform(-4.0, 4.0));
     digest.addMath(rotation, Matrix3::rotationMatrix(from, to), rotation.getRotationAxis(),
                    rotation.getRotationAngle(nullptr));

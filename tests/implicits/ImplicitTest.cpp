@@ -44,7 +44,7 @@ TEST(Implicit, FitHasTheBitsOfThreePlainLoops) {
             std::vector<double> coefficients = field.weights;
             for (const double c : {field.offset, field.linear.x, field.linear.y, field.linear.z})
                 coefficients.push_back(c);
-            SCOPED_TRACE(kind.name + std::to_string(count));
+            SCOPED_TRACE(std::string(kind.name) + ' ' + std::to_string(count));
             EXPECT_EQ(field.metZeroPivot(), plain.metZeroPivot);
             EXPECT_TRUE(sameBits(coefficients, plain.coefficients));
         }

@@ -32,7 +32,8 @@ protected:
         return {fs::directory_iterator(folder_), fs::directory_iterator()};
     }
 
-    fs::path folder_;
+    const fs::path folder_;
+    const fs::path path_ = folder_ / "bone.xml";
 };
 
 /// Looks at the folder while it is saved.
@@ -72,25 +73,23 @@ double tipOf(const fs::path& path) {
 }
 
 TEST_F(Files, SavingReplacesTheFile) {
-    const fs::path path = folder_ / "bone.xml";
-    EXPECT_EQ(saveDocumentFile(boneAt(1), path).text(), path.string() + ": saved");
-    EXPECT_EQ(tipOf(path), 1.0);
-    fs::permissions(path, kRestricted);
+    EXPECT_EQ(saveDocumentFile(boneAt(1), path_).text(), path_.string() + ": saved");
+    EXPECT_EQ(tipOf(path_), 1.0);
+    fs::permissions(path_, kRestricted);
     fs::create_symlink("bone.xml", folder_ / "link.xml");
     EXPECT_TRUE(saveDocumentFile(boneAt(2), folder_ / "link.xml"));
-    EXPECT_EQ(tipOf(path), 2.0);
+    EXPECT_EQ(tipOf(path_), 2.0);
     EXPECT_TRUE(fs::is_symlink(folder_ / "link.xml"));
-    EXPECT_EQ(fs::status(path).permissions(), kRestricted);
+    EXPECT_EQ(fs::status(path_).permissions(), kRestricted);
     EXPECT_EQ(content().size(), 2u);
 }
 
 TEST_F(Files, TheTemporaryFileIsPrivateAndOverwritesNoOther) {
-    const fs::path path = folder_ / "bone.xml";
-    ASSERT_TRUE(saveDocumentFile(boneAt(1), path));
-    fs::permissions(path, kRestricted);
+    ASSERT_TRUE(saveDocumentFile(boneAt(1), path_));
+    fs::permissions(path_, kRestricted);
     Watcher watcher;
     watcher.folder = folder_;
-    ASSERT_TRUE(saveDocumentFile(watcher, path));
+    ASSERT_TRUE(saveDocumentFile(watcher, path_));
     ASSERT_EQ(watcher.seen.size(), 1u);
     EXPECT_EQ(watcher.permissions, kRestricted);
 
@@ -102,11 +101,11 @@ TEST_F(Files, TheTemporaryFileIsPrivateAndOverwritesNoOther) {
         std::ofstream(folder_ / (name.substr(0, digits) + std::to_string(number))) << "theirs";
     }
     const std::set<fs::path> before = content();
-    ASSERT_TRUE(saveDocumentFile(watcher, path));
+    ASSERT_TRUE(saveDocumentFile(watcher, path_));
     EXPECT_EQ(watcher.seen.size(), 4u);
     EXPECT_EQ(content(), before);
     for (const fs::path& theirs : before) {
-        if (theirs == path) continue;
+        if (theirs == path_) continue;
         EXPECT_EQ(fs::file_size(theirs), 6u) << theirs;
     }
 }
@@ -221,11 +220,11 @@ TEST_F(Files, WhatCannotBeDoneIsToldWithTheSystemsReason) {
 }
 
 TEST_F(Files, EachProblemOfAFileBeginsWithItsName) {
-    const fs::path path = folder_ / "bone.xml";
-    std::ofstream(path) << "<Bone/>";
-    const std::string start = path.string() + ": line 1, column 1, Bone: missing tag ";
-    EXPECT_EQ(loadDocumentFile(path).text(), start + "\"tip\"; the field keeps its value\n" +
-                                                 start + "\"children\"; the field keeps its value");
+    std::ofstream(path_) << "<Bone/>";
+    const std::string start = path_.string() + ": line 1, column 1, Bone: missing tag ";
+    EXPECT_EQ(loadDocumentFile(path_).text(), start + "\"tip\"; the field keeps its value\n" +
+                                                  start +
+                                                  "\"children\"; the field keeps its value");
 }
 
 TEST_F(Files, AClassThatIsNotRegisteredIsNotSaved) {
