@@ -2,7 +2,7 @@
 /// Random transforms and the way to Eigen, by which they are checked.
 #pragma once
 
-#include "tests/vAlgebra/ExpectNear.h"
+#include "tests/vAlgebra/distance.h"
 
 namespace geomKit {
 

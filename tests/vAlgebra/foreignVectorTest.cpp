@@ -6,7 +6,7 @@
 #include <ImathQuat.h>
 #include <ImathVec.h>
 #endif
-#include "tests/vAlgebra/ExpectNear.h"
+#include "tests/vAlgebra/distance.h"
 
 using namespace geomKit;
 

@@ -1,6 +1,7 @@
+#include "examples/meshFunction/PatchModel.h"
+#include "examples/meshFunction/SampledScene.h"
 #include "examples/meshFunction/View.h"
 #include "examples/meshFunction/cutMesh.h"
-#include "examples/meshFunction/frontToBack.h"
 #include "examples/meshFunction/teapot.h"
 #include "tests/meshFunc2d/TestMeshes.h"
 
@@ -44,47 +45,25 @@ TEST(CutMesh, BothPartsMakeUpTheWholeAndStayJoined) {
     EXPECT_NEAR(boundaryLength, 4.0 + 2.0 * std::sqrt(1.0 + 0.3 * 0.3), 1e-9);
 }
 
-TEST(FrontToBack, TheFirstFacetOverAnyPointIsTheNearest) {
-    constexpr int kSize = 48, kFacets = 120;
-    InputSource in(11);
-    std::vector<ScreenPoint> at;
-    std::vector<int> facets;
-    // Facets in slabs of depth that do not touch, so that no two pass through each other.
-    for (int f = 0; f < kFacets; ++f) {
-        const double slab = 5.0 + (f * 37) % kFacets;
-        for (int k = 0; k < 3; ++k) {
-            const Vector3 p = in.vector(1.0) * (0.5 * kSize + 8.0);
-            facets.push_back(static_cast<int>(at.size()));
-            at.push_back({0.5 * kSize + p.x, 0.5 * kSize + p.y, slab + in.uniform(-0.4, 0.4)});
+TEST(BezierPatch, DerivativesAgreeWithDifferences) {
+    constexpr double h = 1e-4, kRounding = 1e-5;
+    InputSource in(7);
+    std::string error;
+    const auto patches = loadPatches(GEOMKIT_TEAPOT_FILE, &error);
+    ASSERT_TRUE(patches) << error;
+    for (int i = 0; i < 320; ++i) {
+        SCOPED_TRACE(i);
+        const BezierPatch& surface = (*patches)[static_cast<std::size_t>(i % 32)].surface;
+        const double u = in.uniform(h, 1.0 - h), v = in.uniform(h, 1.0 - h);
+        const SurfacePoint s = surface.at(u, v);
+        for (std::size_t k = 0; k < 2; ++k) {
+            const double du = k == 0 ? h : 0.0, dv = h - du;
+            const SurfacePoint a = surface.at(u - du, v - dv), b = surface.at(u + du, v + dv);
+            EXPECT_LE(dist(s.d1[k], (b.position - a.position) * (0.5 / h)), kRounding);
+            EXPECT_LE(dist(s.d2[k], (b.d1[0] - a.d1[0]) * (0.5 / h)), kRounding);
+            EXPECT_LE(dist(s.d2[k + 1], (b.d1[1] - a.d1[1]) * (0.5 / h)), kRounding);
         }
     }
-    const SampledScene scene(at, facets, kSize, kSize);
-    const std::vector<int> order = frontToBack(scene);
-    ASSERT_EQ(order.size(), static_cast<std::size_t>(kFacets));
-
-    constexpr int kColumns = kSize * SampledScene::kSamples;
-    int checked = 0;
-    for (int s = 0; s < static_cast<int>(scene.fronts().size()); ++s) {
-        const Vector3 sample((s % kColumns + 0.5) / SampledScene::kSamples,
-                             (s / kColumns + 0.5) / SampledScene::kSamples, 0.0);
-        int first = -1;
-        double firstDepth = 0.0;
-        for (const int f : order) {
-            const ScreenPoint* c = &at[3 * static_cast<std::size_t>(f)];
-            if (!sample.isInTriangle({c[0].x, c[0].y, 0.0}, {c[1].x, c[1].y, 0.0},
-                                     {c[2].x, c[2].y, 0.0})) {
-                continue;
-            }
-            if (first < 0) {
-                first = f;
-                firstDepth = c->depth;
-                EXPECT_TRUE(scene.isVisible(first));
-                ++checked;
-            }
-            ASSERT_LE(firstDepth, c->depth) << "at " << sample;
-        }
-    }
-    EXPECT_GT(checked, 5000);
 }
 
 // Where the surface is seen edge-on it is cut, but never so that something shows through it.

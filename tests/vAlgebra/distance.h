@@ -1,5 +1,5 @@
 /// @file
-/// Comparisons that NaN fails, with each other and with Eigen.
+/// The distance between values of the library or of Eigen.
 #pragma once
 
 #include <Eigen/Dense>
@@ -23,11 +23,6 @@ inline Eigen::Matrix3d eigen(const Matrix3& m) {
 template <typename A, typename B>
 double distance(const A& a, const B& b) {
     return (eigen(a) - eigen(b)).norm();
-}
-
-template <typename A, typename B>
-void expectNear(const A& a, const B& b, double tolerance) {
-    EXPECT_LE(distance(a, b), tolerance);
 }
 
 }  // namespace geomKit
