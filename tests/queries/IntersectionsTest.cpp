@@ -1,5 +1,3 @@
-#include <functional>
-
 #include "tests/support.h"
 
 using namespace geomKit;

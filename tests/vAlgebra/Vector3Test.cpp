@@ -8,9 +8,6 @@ using namespace geomKit;
 
 namespace {
 
-static_assert(Vector3(1.0, 2.0, 3.0) * (Vector3(0.0, 1.0, 0.0) % Vector3(0.0, 0.0, 1.0)) == 1.0,
-              "vectors compute at compile time");
-
 // The zero test is strict and per component: one component at the tolerance makes a direction.
 TEST(Vector3, NullComponentsAtTheTolerance) {
     const double below = std::nextafter(kNullComponentTol, 0.0);

@@ -1,49 +1,13 @@
 #include "examples/meshFunction/PatchModel.h"
 #include "examples/meshFunction/SampledScene.h"
 #include "examples/meshFunction/View.h"
-#include "examples/meshFunction/cutMesh.h"
 #include "examples/meshFunction/teapot.h"
-#include "tests/meshFunc2d/TestMeshes.h"
+#include "tests/support.h"
 
 using namespace geomKit;
 using namespace demo;
 
 namespace {
-
-TEST(CutMesh, BothPartsMakeUpTheWholeAndStayJoined) {
-    const TestMesh square = gridMesh("square", 10, 1.0, 0.0);
-    Mesh mesh;
-    mesh.facets = square.facets;
-    for (std::size_t i = 0; i < square.params.size(); ++i) {
-        mesh.positions.emplace_back(square.params[i].u, square.params[i].v, 0.0);
-        mesh.uvs.push_back({square.values[i].u, square.values[i].v});
-    }
-    // The line from (0, 0.57) to (1, 0.27): 0.42 of the square lies below.
-    const std::pair<double, double> parts[] = {{1.0, 0.58}, {-1.0, 0.42}};
-    double boundaryLength = 0.0;
-    for (const auto& [sign, expectedArea] : parts) {
-        std::vector<double> side;
-        for (const Vector3& p : mesh.positions)
-            side.push_back(sign * (0.3 * p.x + p.y - 0.57));
-        const Mesh part = cutMesh(mesh, side);
-        std::vector<Point> params;
-        for (std::size_t i = 0; i < part.positions.size(); ++i) {
-            params.emplace_back(part.positions[i].x, part.positions[i].y);
-            EXPECT_NEAR(part.uvs[i].x, TestMesh::linear(params[i]).u, 1e-12);
-            EXPECT_NEAR(part.uvs[i].y, TestMesh::linear(params[i]).v, 1e-12);
-        }
-        // A gap between facets would be a boundary too.
-        const MeshFunction2D function(params, params, part.facets, {});
-        double area = 0.0;
-        for (const auto& chain : function.boundaries) {
-            boundaryLength += chain->arcLength.back();
-            for (std::size_t k = 0; k + 1 < chain->points.size(); ++k)
-                area += 0.5 * (chain->points[k] % chain->points[k + 1]).z;
-        }
-        EXPECT_NEAR(area, expectedArea, 1e-12);
-    }
-    EXPECT_NEAR(boundaryLength, 4.0 + 2.0 * std::sqrt(1.0 + 0.3 * 0.3), 1e-9);
-}
 
 TEST(BezierPatch, DerivativesAgreeWithDifferences) {
     constexpr double h = 1e-4, kRounding = 1e-5;
@@ -77,7 +41,7 @@ TEST(ViewMesh, HasNoHolesInsideTheOutline) {
         const Camera camera =
             cameraAround(teapot->positions, from, UVector3(0.0, 0.0, 1.0), 4.0, kSize, kSize, 8.0);
         const View view = viewMesh(*teapot, camera, kSize, kSize, 0.05);
-        std::vector<Point> params;
+        std::vector<MeshFunction2D::Point> params;
         for (const ScreenPoint& p : view.at)
             params.emplace_back(p.x, p.y);
         const MeshFunction2D function(params, params, view.mesh.facets, {});
@@ -91,9 +55,9 @@ TEST(ViewMesh, HasNoHolesInsideTheOutline) {
         for (int s = 0; s < kColumns * kColumns; ++s) {
             const int facet = scene.fronts()[static_cast<std::size_t>(s)].facet;
             if (facet < 0 || scene.isAtOutline(s % kColumns, s / kColumns)) continue;
-            const Point sample((s % kColumns + 0.5) / SampledScene::kSamples,
-                               (s / kColumns + 0.5) / SampledScene::kSamples);
-            Point value;
+            const MeshFunction2D::Point sample((s % kColumns + 0.5) / SampledScene::kSamples,
+                                               (s / kColumns + 0.5) / SampledScene::kSamples);
+            MeshFunction2D::Point value;
             ASSERT_TRUE(function.evaluate(sample, &value, nullptr)) << sample.u << ' ' << sample.v;
             ++checked;
         }
