@@ -31,8 +31,7 @@ struct PolylineProjection {
 ///    from vertex i to vertex j again at vertex (i + j) / 2, until it has fewer than 10 segments.
 /// 4. The bound of a run is max(0, d - sqrt(L^2 - c^2)), or 0 if L^2 < c^2 by rounding: d is the
 ///    distance to its chord, L its arc length and c the length of its chord.
-/// 5. Runs are met in this order: of the runs that wait, at first that of all segments, the one
-/// with
+/// 5. Runs are met in this order: of the runs that wait, at first that of all segments, the one of
 ///    the largest bound comes next, and of equal bounds the one with the lowest index. Its halves
 ///    wait instead of it.
 /// 6. Of equally near segments in different runs, the one whose run is met first wins, and in one
@@ -43,9 +42,8 @@ struct PolylineProjection {
 ///    split vertex is met with the run that it splits, on behalf of the segment that ends in it.
 ///    This only decides where the distance to a long segment has lost more than 1e-13 to
 ///    cancellation.
-/// 8. The point found is the start a of the segment if (x - a) . (b - a) <= 1e-13, else its end b
-/// if
-///    (x - b) . (a - b) <= 1e-13, else the foot of the perpendicular.
+/// 8. The point found is the start a of the segment if (x - a) . (b - a) <= 1e-13, else its end
+///    b if (x - b) . (a - b) <= 1e-13, else the foot of the perpendicular.
 ///
 /// Repeated vertices are allowed. A segment at a vertex with NaN counts as being at distance 0, one
 /// at an infinite vertex as that or as its finite end; a NaN query is answered by any segment. If
