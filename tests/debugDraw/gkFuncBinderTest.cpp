@@ -66,7 +66,7 @@ TEST(GkFuncBinder, EachCallbackHasItsOwnContextAndReplacesTheOtherKind) {
     std::string vectors, points, sets, clears;
     Binder::iGet()->iReset();
     Binder::registerDrawVector(
-        [](const Vector3&, const Vector3&, int, double scale, void* in) {
+        [](const auto&, const auto&, int, double scale, void* in) {
             textOf(in) += std::to_string(static_cast<int>(10 * scale)) + ";";
         },
         &vectors);

@@ -44,10 +44,6 @@ TEST(Bbox, BuildsTheSameBitsAsAPassInOrder) {
     }
 }
 
-Bbox added(Bbox a, const Bbox& b) {
-    return a += b;
-}
-
 Bbox shared(Bbox a, const Bbox& b) {
     a.isec(b);
     return a;
@@ -69,9 +65,9 @@ TEST(Bbox, InvalidBoxesFollowTheirOwnRules) {
             EXPECT_FALSE(bad.filter(p)) << p;
         EXPECT_EQ(bad + unit, empty);
         EXPECT_EQ(unit + bad, empty);
-        EXPECT_EQ(added(unit, bad), empty);
-        EXPECT_TRUE(sameBits(added(empty, bad), bad));
-        EXPECT_EQ(added(bad, unit), unit);
+        EXPECT_EQ(Bbox(unit) += bad, empty);
+        EXPECT_TRUE(sameBits(Bbox() += bad, bad));
+        EXPECT_EQ(Bbox(bad) += unit, unit);
         EXPECT_EQ(shared(unit, bad), empty);
         EXPECT_TRUE(sameBits(shared(bad, unit), bad)) << "an invalid box stays as it is";
         EXPECT_EQ(grown(bad, {3, 4, 5}), Bbox({{3, 4, 5}}));
