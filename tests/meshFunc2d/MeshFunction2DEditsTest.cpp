@@ -62,7 +62,7 @@ std::vector<Answer> answers(const MeshFunction2D& f) {
         }
         for (std::size_t i = 0; i < at.size(); ++i) {
             answers.push_back(beyond ? extrapolated(f, at[i]) : evaluated(f, at[i]));
-            const Answer inArray = {found[i] ? 1.0 : 0.0, values[i].u, values[i].v, floats[i]};
+            const Answer inArray = {found[i], values[i], floats[i]};
             EXPECT_EQ(inArray, answers.back()) << (beyond ? "extrapolate " : "evaluate ") << at[i];
         }
     }

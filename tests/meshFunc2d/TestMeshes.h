@@ -2,9 +2,9 @@
 /// Meshes that are hard on point location, and what mesh functions answer.
 #pragma once
 
-#include <array>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <utility>
 
@@ -85,15 +85,27 @@ inline TestMesh soup(std::string name, int count, double size, double thickness)
     return mesh;
 }
 
-/// Whether a query has an answer, the value, and the float.
-using Answer = std::array<double, 4>;
+/// What a query wrote, and whether it found anything.
+struct Answer {
+    bool isFound = false;
+    Point value;
+    float number = 0.0f;
+
+    bool operator==(const Answer& other) const {
+        return isFound == other.isFound && value == other.value && number == other.number;
+    }
+    bool operator!=(const Answer& other) const { return !(*this == other); }
+};
+
+inline std::ostream& operator<<(std::ostream& os, const Answer& answer) {
+    return os << (answer.isFound ? "found " : "not found ") << answer.value << ' ' << answer.number;
+}
 
 template <typename Query>
 Answer answer(const Query& query) {
-    Point value;
-    float cosine = 0.0f;
-    const bool found = query(&value, &cosine);
-    return {found ? 1.0 : 0.0, value.u, value.v, cosine};
+    Answer answer;
+    answer.isFound = query(&answer.value, &answer.number);
+    return answer;
 }
 
 /// Of a mesh function or of its plain version.
@@ -122,15 +134,15 @@ inline std::size_t expectPlainAnswers(const TestMesh& mesh, const geomKit::MeshF
     const auto found = std::make_unique<bool[]>(points.size());
     const std::size_t hits =
         f.evaluate(points.data(), points.size(), values.data(), floats.data(), found.get());
-    double expected = 0.0;
+    std::size_t expected = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
         const Answer plain = evaluated(literal, points[i]);
-        const Answer inArray = {found[i] ? 1.0 : 0.0, values[i].u, values[i].v, floats[i]};
+        const Answer inArray = {found[i], values[i], floats[i]};
         EXPECT_EQ(evaluated(f, points[i]), plain);
         EXPECT_EQ(inArray, plain);
         if (testing::Test::HasFailure()) return 0;
-        expected += plain[0];
+        expected += plain.isFound ? 1 : 0;
     }
-    EXPECT_EQ(static_cast<double>(hits), expected);
+    EXPECT_EQ(hits, expected);
     return hits;
 }

@@ -8,30 +8,30 @@ namespace {
 
 TEST(MeshFunction2DBoundaries, AreTheUnmatchedHalfEdgesInChains) {
     InputSource in(8);
-    std::vector<std::vector<int>> meshes = {
-        {0, 1, 2},                    // one facet
-        {0, 1, 2, 2, 1, 3},           // a consistent pair
-        {0, 1, 2, 1, 2, 3},           // the shared edge runs the same way in both
-        {0, 1, 2, 0, 1, 3, 1, 0, 4},  // three facets at an edge
-        {0, 1, 2, 2, 3, 4},           // bow tie
-        {0, 1, 2, 2, 1, 0},           // two sides of one facet: closed
-        {0, 0, 1, 2, 2, 2},           // repeated corners
-        {0, 1, 2, 3, 4, 5},           // two components
-        gridMesh("holes", 12, 1.0, 0.0, [](int i, int j) { return i % 3 != 1 || j % 3 != 1; })
-            .facets,
+    std::vector<std::pair<std::string, std::vector<int>>> meshes = {
+        {"one facet", {0, 1, 2}},
+        {"a consistent pair", {0, 1, 2, 2, 1, 3}},
+        {"the shared edge runs the same way in both", {0, 1, 2, 1, 2, 3}},
+        {"three facets at an edge", {0, 1, 2, 0, 1, 3, 1, 0, 4}},
+        {"bow tie", {0, 1, 2, 2, 3, 4}},
+        {"two sides of one facet: closed", {0, 1, 2, 2, 1, 0}},
+        {"repeated corners", {0, 0, 1, 2, 2, 2}},
+        {"two components", {0, 1, 2, 3, 4, 5}},
+        {"holes",
+         gridMesh("", 12, 1.0, 0.0, [](int i, int j) { return i % 3 != 1 || j % 3 != 1; }).facets},
     };
     for (int round = 0; round < 300; ++round) {
         const int entries = 3 * (1 + in.index(40));
         std::vector<int> random;
         for (int i = 0; i < entries; ++i)
             random.push_back(in.index(12));
-        meshes.push_back(random);
+        meshes.emplace_back(testing::PrintToString(random), random);
     }
-    for (const std::vector<int>& facets : meshes) {
+    for (const auto& [name, facets] : meshes) {
+        SCOPED_TRACE(name);
         std::vector<Point> params;
         for (int i = 0; i < 150; ++i)
             params.emplace_back(i, i * i);
-        SCOPED_TRACE(testing::PrintToString(facets));
         const MeshFunction2D f(params, params, facets, {});
         const LiteralMesh expected(params, params, facets, {});
         ASSERT_EQ(f.boundaryFacets, expected.boundaryFacets);
