@@ -14,11 +14,11 @@ namespace geomKit::detail {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-/// Chains from here on, squared, are too far to extrapolate from.
+/// A chain must be nearer than this, squared and strictly, to be extrapolated from.
 constexpr double kFarthestSq = 1e13;
 constexpr int kChainsPerLeaf = 4;
-/// Rounding of a foot's coordinates and of a squared distance, relative; several times the worst
-/// case.
+/// Bounds the relative rounding of a foot's coordinates and of a squared distance, several times
+/// over.
 constexpr double kRounding = 0x1p-48;
 
 }  // namespace
@@ -45,7 +45,8 @@ ChainTree::Box ChainTree::iBoxOf(const PolylineProjector& chain) {
             box.high[k] = (std::max)(box.high[k], p[k]);
         }
     }
-    // A foot rounds by the size of both ends of its segment, so also beside a vertex near 0.
+    // The rounding of a foot is relative to both ends of its segment, so a foot beside a vertex
+    // near 0 may be rounded by more than the size of that vertex.
     for (int k = 0; k < 2; ++k) {
         const double margin = kRounding * (std::max)(std::abs(box.low[k]), std::abs(box.high[k]));
         box.low[k] -= margin;

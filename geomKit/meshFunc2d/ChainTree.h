@@ -12,7 +12,8 @@
 
 namespace geomKit::detail {
 
-/// Finds the boundary chain nearest to a point without asking every chain.
+/// Finds the boundary chain nearest to a point without asking every chain. The chains are sorted
+/// into a binary tree of boxes, up to four to a leaf. Queries are const and allocate nothing.
 class ChainTree {
 public:
     using Point = ktNM::vect2<double>;
@@ -27,8 +28,9 @@ public:
     explicit ChainTree(const Chains& chains);
 
     /// The chain whose foot is nearest to `p` and its segment there; of equally near chains the
-    /// first. None when all are at a squared distance of 1e13 or more. `chains` are those that the
-    /// tree was built for.
+    /// first. None when all are at a squared distance of 1e13 or more, or NaN. `chains` are those
+    /// that the tree was built for; those that are null now are passed over, and another number of
+    /// them has none.
     Nearest nearest(const Point& p, const Chains& chains) const;
 
 private:
@@ -42,7 +44,8 @@ private:
     struct Node {
         Box box;
         int secondHalf = 0;
-        /// The chains of a leaf, from `first` on in `order_`; 0 for an inner node.
+        /// The chains of a leaf are `count` entries of `order_`, from `first` on. An inner node has
+        /// none.
         int first = 0;
         int count = 0;
     };

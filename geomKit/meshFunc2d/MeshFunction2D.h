@@ -34,14 +34,17 @@ class FineGrid;
 /// others: `evaluate` does not find them, and `extrapolate` may continue them or, at a NaN vertex,
 /// find nothing near their chain.
 ///
-/// **Edits.** After an edit of the data, call `initEvaluatorHelper` before the next query. Queries
-/// that come before it read nothing outside the sequences. `evaluate` blends the present data of
-/// the vertices in the facets that the old index finds, whatever has become of `facets`, `cells`
-/// and the box. It answers false when the index names vertices that `params` or `values` no longer
-/// have, and so does `extrapolate`, which beyond the mesh passes over boundaries that are missing
-/// and answers false where the owner of a segment or its vertices are. `extrapolateOld` takes the
-/// public fields as they are, and answers false when `cells` does not have as many entries as
-/// `cellCounts` tells; facets and vertices that are missing have no edges.
+/// **Edits.** After an edit of the data, call `initEvaluatorHelper` before the next query. A query
+/// that comes before it reads nothing outside the sequences:
+///
+/// - `evaluate` finds facets by the old index, whatever has become of `facets`, `cells` and the
+/// box,
+///   and blends the present data of their vertices. It answers false when `params` or `values` no
+///   longer have every vertex that the index names, or when a count in `cellCounts` is below 1.
+/// - `extrapolate` answers false then too. Beyond the mesh it passes over boundaries that are
+///   missing, and answers false where the owner of the nearest segment is missing.
+/// - `extrapolateOld` takes the public fields as they are. It answers false when `cells` does not
+///   have an entry for each cell of `cellCounts`, and passes over facets that are missing.
 ///
 /// **Copies and moves.** `clone` copies; there is no copying by accident. A function that was moved
 /// from is one without a mesh, as `MeshFunction2D(extrapolateFlag)` makes it.

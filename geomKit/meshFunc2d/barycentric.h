@@ -20,6 +20,7 @@ struct FacetEdges {
     FacetEdges(const Point& p0, const Point& p1, const Point& p2)
         : e1(p1 - p0), e2(p2 - p0), det(e1.u * e2.v - e2.u * e1.v) {}
 
+    /// Strictly below the tolerance. A NaN determinant is not.
     bool isDegenerate() const { return std::abs(det) < kMeshEps; }
 };
 
@@ -29,8 +30,8 @@ struct FacetWeights {
     double b;
     double c;
 
-    /// Counts weights that are NaN as inside. One branch instead of three: the processor cannot
-    /// predict which weight rejects a point.
+    /// True when a weight is strictly below -1e-8. Weights that are NaN count as inside. One branch
+    /// instead of three: the processor cannot predict which weight rejects a point.
     bool isOutside() const {
         return (static_cast<int>(a < -kMeshEps) | static_cast<int>(b < -kMeshEps) |
                 static_cast<int>(c < -kMeshEps)) != 0;
@@ -49,7 +50,7 @@ struct FacetFrame {
     double r11 = 0.0;
 
     FacetFrame() = default;
-    /// By components: loops that copy points whole are not vectorised.
+    /// Copies the origin by components: compilers do not vectorise loops that copy points whole.
     FacetFrame(const Point& origin, const FacetEdges& edges) : p0(origin.u, origin.v) {
         const double r = 1.0 / edges.det;
         r00 = edges.e2.v * r;

@@ -8,7 +8,9 @@
 
 namespace geomKit::detail {
 
-/// Blends the data of three vertices. Either output may be null.
+/// Blends the data of three vertices, which must be there: v1 a + v2 b + v0 c, in this order. The
+/// float is rounded to float after each term, and -1 when there are fewer floats than values.
+/// Either output may be null.
 inline void blend(const MeshFunction2D& mesh, const int* corner, const FacetWeights& w,
                   MeshFunction2D::Point* outValue, float* outFloat) {
     const std::size_t i0 = toIndex(corner[0]);

@@ -22,7 +22,7 @@ class SpokesByVertex {
 public:
     explicit SpokesByVertex(int vertexCount) : ends_(toIndex(vertexCount) + 1, 0) {}
 
-    /// Counting sort: first every spoke is announced, then every one is put.
+    /// The sort is a counting sort: every spoke is announced first, and put after `allocate`.
     void announce(int vertex) { ++ends_[toIndex(vertex) + 1]; }
     void allocate() {
         for (std::size_t v = 1; v < ends_.size(); ++v)
@@ -72,7 +72,7 @@ private:
     }
 
     /// Half-edges that are not cancelled, by position. The half-edges of an edge are taken in
-    /// order: one that meets its opposite removes it, any other replaces what waits.
+    /// order. One whose opposite waits cancels it; any other waits, instead of the one before.
     std::vector<int> iBoundaryEdges() const {
         SpokesByVertex spokes(vertexCount_);
         iForEachHalfEdge([&](int k) { spokes.announce((std::min)(iFrom(k), iTo(k))); });

@@ -13,8 +13,9 @@ struct BoundaryChain {
     std::vector<int> facets;
 };
 
-/// The half-edges that no opposite half-edge cancels, joined into chains, for whole triples in
-/// `facets`. Triples with an index outside 0..vertexCount-1 are passed over.
+/// The half-edges that no opposite half-edge cancels, joined into chains; `MeshFunction2D` tells in
+/// which order. `facets` holds whole triples, at most 2^31 - 1 entries; triples with an index
+/// outside 0..vertexCount-1 are passed over.
 std::vector<BoundaryChain> findBoundaryChains(const std::vector<int>& facets, int vertexCount);
 
 }  // namespace geomKit::detail

@@ -10,14 +10,15 @@ namespace geomKit::detail {
 /// squared, on positions in cell units, and on lengths.
 inline constexpr double kMeshEps = 1e-8;
 
-/// Whether position `x`, in cell units, lies along an axis of `n` cells or within kMeshEps of its
-/// ends. NaN does not. Free of branches, for loops over many positions.
+/// Whether position `x`, in cell units, lies along an axis of `n` cells or beyond its ends by
+/// kMeshEps at most. NaN does not. Free of branches, for loops over many positions.
 inline bool isInGrid(double x, int n) {
     return (x >= -kMeshEps) & (x <= n + kMeshEps);
 }
 
 /// The cell of position `x`, in cell units and finite, along an axis of `n` cells. Positions beyond
-/// the ends belong to the end cells. A single query waits for it: predicted branches are quickest.
+/// the ends belong to the end cells. For single queries, whose next step waits for the cell: the
+/// processor predicts these branches, and does not wait.
 inline int cellCoordinate(double x, int n) {
     if (x > n - kMeshEps) return n - 1;
     if (x < kMeshEps) return 0;
