@@ -111,8 +111,8 @@ std::size_t MeshFunction2D::evaluate(const Point* points, std::size_t count, Poi
 
 // Indices that the grid names must be valid, also after an edit that it does not know of.
 bool MeshFunction2D::iIsIndexed() const {
-    return fineGrid_ != nullptr && cellCounts.u > 0 && cellCounts.v > 0 &&
-           fineGrid_->vertexCount() <= params.size() && fineGrid_->vertexCount() <= values.size();
+    return fineGrid_ != nullptr && fineGrid_->vertexCount() <= params.size() &&
+           fineGrid_->vertexCount() <= values.size();
 }
 
 }  // namespace geomKit

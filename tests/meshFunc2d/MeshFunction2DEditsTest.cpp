@@ -159,7 +159,7 @@ TEST(MeshFunction2DEdits, QueriesAfterAnEditReadNothingOutside) {
          [](auto& f) {
              f.cellCounts = {-20, -20};
          },
-         false},
+         true},
         {"another shape",
          [](auto& f) {
              f.cellCounts = {1, 400};
