@@ -38,9 +38,8 @@ class FineGrid;
 /// that comes before it reads nothing outside the sequences:
 ///
 /// - `evaluate` finds facets by the old index, whatever has become of `facets`, `cells`, the box
-/// and
-///   the counts, and blends the present data of their vertices. It answers false when `params` or
-///   `values` no longer have every vertex that the index names.
+///   and the counts, and blends the present data of their vertices. It answers false when `params`
+///   or `values` no longer have every vertex that the index names.
 /// - `extrapolate` answers false then too. Beyond the mesh it passes over boundaries that are
 ///   missing, and answers false where the owner of the nearest segment is missing.
 /// - `extrapolateOld` takes the public fields as they are. It answers false when `cells` does not
