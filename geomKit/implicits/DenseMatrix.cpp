@@ -7,9 +7,10 @@
 
 namespace geomKit::detail {
 
-bool DenseMatrix::invert() {
+bool DenseMatrix::invert(const std::function<void(double)>& progress) {
     DenseMatrix reduced = *this;
-    GaussJordan inPlace(reduced.entries_.data(), size_, size_, GaussJordan::Mode::InPlace);
+    GaussJordan inPlace(reduced.entries_.data(), size_, size_, GaussJordan::Mode::InPlace,
+                        progress);
     const GaussJordan::Outcome outcome = inPlace.run();
 
     if (outcome == GaussJordan::Outcome::Complete) {
@@ -27,7 +28,7 @@ bool DenseMatrix::invert() {
     }
 
     if (outcome == GaussJordan::Outcome::ZeroPivot) {
-        GaussJordan(entries_.data(), size_, size_, GaussJordan::Mode::KeepColumns).run();
+        GaussJordan(entries_.data(), size_, size_, GaussJordan::Mode::KeepColumns, progress).run();
         return false;
     }
 
@@ -37,7 +38,7 @@ bool DenseMatrix::invert() {
         std::copy_n(row(r), size_, &both[r * width]);
         both[r * width + size_ + r] = 1.0;
     }
-    GaussJordan beside(both.data(), size_, width, GaussJordan::Mode::KeepColumns);
+    GaussJordan beside(both.data(), size_, width, GaussJordan::Mode::KeepColumns, progress);
     const bool inverted = beside.run() == GaussJordan::Outcome::Complete;
     for (std::size_t r = 0; r < size_; ++r)
         std::copy_n(&both[r * width + (inverted ? size_ : 0)], size_, row(r));

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <new>
 #include <vector>
 
@@ -34,7 +35,10 @@ public:
     ///
     /// Source: Golub and Van Loan, Matrix Computations, section 3.4; the delayed updates are those
     /// of blocked elimination, section 3.2.
-    bool invert();
+    ///
+    /// `progress` may be empty. It hears of the share that is done, and from 0 again where zeros or
+    /// numbers that are not finite ask for a second pass.
+    bool invert(const std::function<void(double)>& progress);
 
     /// The product with the vector `b` of size() entries, each sum from 0 in column order.
     std::vector<double> operator*(const std::vector<double>& b) const;

@@ -69,11 +69,13 @@ GEOMKIT_INLINE_KERNEL void _addRows(double* target, std::size_t columns, const d
 
 }  // namespace
 
-GaussJordan::GaussJordan(double* entries, std::size_t size, std::size_t width, Mode mode)
+GaussJordan::GaussJordan(double* entries, std::size_t size, std::size_t width, Mode mode,
+                         const Progress& progress)
     : entries_(entries),
       size_(size),
       width_(width),
       mode_(mode),
+      progress_(progress),
       panel_(size * kPanel),
       factors_(size * kPanel) {
     pivotRows_.reserve(size);
@@ -82,6 +84,7 @@ GaussJordan::GaussJordan(double* entries, std::size_t size, std::size_t width, M
 GaussJordan::Outcome GaussJordan::run() {
     for (std::size_t first = 0; first < size_; first += kPanel) {
         const std::size_t last = (std::min)(first + kPanel, size_);
+        iTell(first, 0);
         const Outcome outcome = iReducePanel(first, last);
         if (outcome != Outcome::Complete && mode_ == Mode::InPlace) return outcome;
         iCatchUp(first, 0, first);
@@ -89,6 +92,14 @@ GaussJordan::Outcome GaussJordan::run() {
         if (outcome != Outcome::Complete) return outcome;
     }
     return Outcome::Complete;
+}
+
+/// Tells that the panel from row `first` on has reached column c.
+void GaussJordan::iTell(std::size_t first, std::size_t c) const {
+    if (!progress_) return;
+    const auto panels = static_cast<double>((size_ + kPanel - 1) / kPanel);
+    const double ofPanel = static_cast<double>(c) / static_cast<double>(width_);
+    progress_((static_cast<double>(first / kPanel) + ofPanel) / panels);
 }
 
 GaussJordan::Outcome GaussJordan::iReducePanel(std::size_t first, std::size_t last) {
@@ -160,8 +171,10 @@ bool GaussJordan::iIsColumnFinite(std::size_t j) {
 
 /// Applies the panel's pivots, which start at row `first`, to the columns from `begin` to `end`.
 void GaussJordan::iCatchUp(std::size_t first, std::size_t begin, std::size_t end) {
-    for (std::size_t c = begin; c < end; c += kStrip)
+    for (std::size_t c = begin; c < end; c += kStrip) {
+        iTell(first, c);
         iCatchUpStrip(first, c, (std::min)(kStrip, end - c));
+    }
 }
 
 void GaussJordan::iCatchUpStrip(std::size_t first, std::size_t begin, std::size_t columns) {

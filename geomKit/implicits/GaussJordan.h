@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace geomKit::detail {
@@ -28,9 +29,13 @@ public:
         InPlace
     };
     enum class Outcome { Complete, ZeroPivot, NotFinite };
+    /// Hears the share of the work that is done, before each panel and each strip of columns.
+    using Progress = std::function<void(double)>;
 
-    /// `entries` holds `size` rows of `width` >= `size` entries.
-    GaussJordan(double* entries, std::size_t size, std::size_t width, Mode mode);
+    /// `entries` holds `size` rows of `width` >= `size` entries. `progress` may be empty; what it
+    /// throws leaves the entries partly reduced.
+    GaussJordan(double* entries, std::size_t size, std::size_t width, Mode mode,
+                const Progress& progress);
 
     Outcome run();
 
@@ -42,6 +47,7 @@ private:
     double* iPanelRow(std::size_t i) { return panel_.data() + i * kPanel; }
     double* iFactorRow(std::size_t i) { return factors_.data() + i * kPanel; }
 
+    void iTell(std::size_t first, std::size_t c) const;
     Outcome iReducePanel(std::size_t first, std::size_t last);
     Outcome iStep(std::size_t k, std::size_t j, std::size_t panelWidth);
     std::size_t iFindPivot(std::size_t k, std::size_t j);
@@ -53,6 +59,7 @@ private:
     std::size_t size_;
     std::size_t width_;
     Mode mode_;
+    const Progress& progress_;
     std::vector<std::size_t> pivotRows_;
     std::vector<double> panel_;    ///< the panel's columns, packed
     std::vector<double> factors_;  ///< f of each row and pivot of the panel; 0 where nothing is due

@@ -24,10 +24,11 @@ using Samples = std::vector<std::pair<Vector3, double>>;
 constexpr std::size_t kPolynomialTerms = 4;
 
 /// [K P; P^T 0]: K the cubed distances between the samples, P their rows (1, x, y, z).
-DenseMatrix _buildSystem(const Samples& samples) {
+DenseMatrix _buildSystem(const Samples& samples, const Implicit::Progress& progress) {
     const std::size_t n = samples.size();
     DenseMatrix A(n + kPolynomialTerms);
     for (std::size_t i = 0; i < n; ++i) {
+        if (progress) progress(0.0);
         const Vector3& p = samples[i].first;
         for (std::size_t j = 0; j < i; ++j) {
             const double s = (p - samples[j].first).lengthSq();
@@ -39,6 +40,7 @@ DenseMatrix _buildSystem(const Samples& samples) {
         A.row(n + 3)[i] = p.z;
     }
     for (std::size_t i = 0; i < A.size(); ++i) {
+        if (progress) progress(0.0);
         for (std::size_t j = 0; j < i; ++j)
             A.row(j)[i] = A.row(i)[j];
     }
@@ -57,20 +59,23 @@ double _polynomial(const Implicit& field, const Vector3& p) {
 
 }  // namespace
 
-Implicit::Implicit(const Samples& samples) {
+Implicit::Implicit(const Samples& samples) : Implicit(samples, Progress()) {}
+
+Implicit::Implicit(const Samples& samples, const Progress& progress) {
     const std::size_t n = samples.size();
-    DenseMatrix A = _buildSystem(samples);
+    DenseMatrix A = _buildSystem(samples, progress);
     std::vector<double> b(A.size(), 0.0);
     centers.reserve(n);
     for (std::size_t i = 0; i < n; ++i) {
         b[i] = samples[i].second;
         centers.push_back(samples[i].first);
     }
-    metZeroPivot_ = !A.invert();
+    metZeroPivot_ = !A.invert(progress);
     weights = A * b;
     offset = weights[n];
     linear = Vector3(weights[n + 1], weights[n + 2], weights[n + 3]);
     weights.resize(n);
+    if (progress) progress(1.0);
 }
 
 double Implicit::evaluate(const Vector3& p) const noexcept {

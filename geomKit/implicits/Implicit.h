@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -49,6 +50,15 @@ public:
 
     /// Fits the field to (point, value) pairs.
     GEOMKIT_API explicit Implicit(const std::vector<std::pair<Vector3, double>>& samples);
+
+    /// Hears the share of a fit that is done, from 0 to 1.
+    using Progress = std::function<void(double)>;
+
+    /// The same field, to the bit. `progress`, unless empty, is called in this thread every few
+    /// milliseconds, and at the end with 1. Ill-posed samples may take a second pass, which counts
+    /// from 0 again. What it throws ends the fit and passes through.
+    GEOMKIT_API Implicit(const std::vector<std::pair<Vector3, double>>& samples,
+                         const Progress& progress);
 
     /// The field at `p`: the polynomial, then one term a sample, added in order.
     [[nodiscard]] GEOMKIT_API double evaluate(const Vector3& p) const noexcept;

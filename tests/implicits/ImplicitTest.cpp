@@ -51,6 +51,24 @@ TEST(Implicit, FitHasTheBitsOfThreePlainLoops) {
     }
 }
 
+TEST(Implicit, ProgressRisesToOneAndMayEndTheFit) {
+    InputSource in(44);
+    const PlainSamples samples = cloud(in, 150);
+    std::vector<double> shares;
+    const Implicit told(samples, [&](double share) { shares.push_back(share); });
+    EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
+    EXPECT_GT(shares.size(), 5u);
+    EXPECT_EQ(shares.front(), 0.0);
+    EXPECT_EQ(shares.back(), 1.0);
+    EXPECT_EQ(told.weights, Implicit(samples).weights);
+
+    struct Enough {};
+    const auto stop = [](double share) {
+        if (share > 0.5) throw Enough();
+    };
+    EXPECT_THROW(Implicit(samples, stop), Enough);
+}
+
 TEST(Implicit, TakesItsSamplesOrTellsThatItDoesNot) {
     InputSource in(42);
     const Implicit empty((PlainSamples()));
