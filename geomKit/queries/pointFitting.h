@@ -16,6 +16,7 @@
 /// Source: Pearson, On lines and planes of closest fit to systems of points in space, 1901.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "geomKit/export.h"
@@ -33,8 +34,13 @@ GEOMKIT_API bool _getCenterAndEigv(std::vector<Vector3> const& pts, Vector3* cen
 
 /// The plane that minimises the sum of squared distances: centroid and unit normal.
 GEOMKIT_API bool bestFitPlane(std::vector<Vector3> const& pts, Vector3* center, UVector3* normal);
+/// The same for an array.
+GEOMKIT_API bool bestFitPlane(const Vector3* pts, std::size_t count, Vector3* center,
+                              UVector3* normal);
 
 /// The line that minimises the sum of squared distances: centroid and unit direction.
 GEOMKIT_API bool bestFitLine(std::vector<Vector3> const& pts, Vector3* center, UVector3* dir);
+/// The same for an array.
+GEOMKIT_API bool bestFitLine(const Vector3* pts, std::size_t count, Vector3* center, UVector3* dir);
 
 }  // namespace geomKit

@@ -31,7 +31,7 @@ TEST(PointFitting, AgreesWithTheSingularVectors) {
         Vector3 center;
         UVector3 normal, direction;
         ASSERT_TRUE(bestFitPlane(pts, &center, &normal));
-        ASSERT_TRUE(bestFitLine(pts, nullptr, &direction));
+        ASSERT_TRUE(bestFitLine(pts.data(), pts.size(), nullptr, &direction));
         EXPECT_LE(dist(center, Vector3(mean)), 1e-13 * size);
         expectAxis(normal, 2, variances[1] - variances[2]);
         expectAxis(direction, 0, variances[0] - variances[1]);
