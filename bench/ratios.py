@@ -15,7 +15,9 @@ def medians(path: str) -> Dict[str, float]:
     with open(path, encoding="utf-8") as file:
         runs = json.load(file)["benchmarks"]
     return {
-        run["run_name"]: run["cpu_time"] for run in runs if run.get("aggregate_name") == "median"
+        run["run_name"]: run["cpu_time"]
+        for run in runs
+        if run.get("aggregate_name") == "median"
     }
 
 
@@ -29,14 +31,22 @@ def rows(times: Dict[str, float]) -> Iterator[Tuple[str, str, float]]:
         for other, peer_time in times.items():
             theirs = other.split("/")
             same = len(theirs) == len(parts) and theirs[at] != OURS
-            if same and theirs[:at] == parts[:at] and theirs[at + 1 :] == parts[at + 1 :]:
-                yield "/".join(parts[:at] + parts[at + 1 :]), theirs[at], time / peer_time
+            if (
+                same
+                and theirs[:at] == parts[:at]
+                and theirs[at + 1 :] == parts[at + 1 :]
+            ):
+                yield "/".join(parts[:at] + parts[at + 1 :]), theirs[
+                    at
+                ], time / peer_time
 
 
 def main() -> None:
     table = [row for path in sys.argv[1:] for row in rows(medians(path))]
     if not table:
-        sys.exit(f"no benchmark named CASE/{OURS} with a peer in {' '.join(sys.argv[1:])}")
+        sys.exit(
+            f"no benchmark named CASE/{OURS} with a peer in {' '.join(sys.argv[1:])}"
+        )
     print(f"{'case':<40} {'peer':<24} {OURS} / peer")
     for case, peer, ratio in table:
         print(f"{case:<40} {peer:<24} {ratio:.2f}")

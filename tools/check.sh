@@ -61,8 +61,10 @@ check_headers() {
 }
 
 check_python() {
-  say "Types of the Python programs"
-  (cd "$root" && git ls-files -z -- '*.py' | xargs -0 mypy --cache-dir build/mypy)
+  say "Types of the Python package and programs"
+  run_setup python
+  (cd "$root" && git ls-files -z -- '*.py' ':!python/tests' ':!python/bench' |
+    xargs -0 mypy --cache-dir build/mypy)
 }
 
 # The thread sanitizer sees only what runs concurrently: the tests named after threads.

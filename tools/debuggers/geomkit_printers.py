@@ -32,7 +32,8 @@ def matrix(value: gdb.Value, size: int) -> str:
     """The rows of `m_`, which holds them one after the other."""
     elements = value["m_"]
     rows = (
-        tuple_of(elements[size * row + column] for column in range(size)) for row in range(size)
+        tuple_of(elements[size * row + column] for column in range(size))
+        for row in range(size)
     )
     return f"[{', '.join(rows)}]"
 
@@ -40,7 +41,8 @@ def matrix(value: gdb.Value, size: int) -> str:
 def is_valid(box: gdb.Value) -> bool:
     lower, upper = box["minPt"], box["maxPt"]
     return all(
-        float(lower[name]) <= float(upper[name]) + NULL_COMPONENT_TOL for name in ("x", "y", "z")
+        float(lower[name]) <= float(upper[name]) + NULL_COMPONENT_TOL
+        for name in ("x", "y", "z")
     )
 
 
@@ -107,7 +109,14 @@ class MeshFunction2DPrinter(Printer):
     Compilers describe the class where its destructor is compiled, which is in the library.
     """
 
-    NAMES = ("params", "values", "facets", "normaldots", "extrapolateFlag", "boundaryFacets")
+    NAMES = (
+        "params",
+        "values",
+        "facets",
+        "normaldots",
+        "extrapolateFlag",
+        "boundaryFacets",
+    )
 
     def is_described(self) -> bool:
         return bool(self.value.type.strip_typedefs().fields())

@@ -48,9 +48,13 @@ def unknown_names(path: str) -> List[str]:
         name = entry.attrib["Name"].replace("<*>", "<double>")
         fields = gdb.lookup_type(name)
         expressions = [text.attrib.get("Condition", "") for text in entry]
-        expressions += re.findall("{(.*?)}", " ".join(text.text or "" for text in entry))
+        expressions += re.findall(
+            "{(.*?)}", " ".join(text.text or "" for text in entry)
+        )
         items = ("Item", "ValuePointer")
-        expressions += [item.text or "" for tag in items for item in entry.iter(space + tag)]
+        expressions += [
+            item.text or "" for tag in items for item in entry.iter(space + tag)
+        ]
         for expression in expressions:
             for member in re.findall(r"(?<![\w.,])[A-Za-z]\w*", expression):
                 if not gdb.types.has_field(fields, member):
