@@ -138,41 +138,17 @@ TEST(PolylineProjector, EndsAndWhereRoundingMisleadsTheBounds) {
     Points straight;
     for (int i = 0; i <= 20; ++i)
         straight.emplace_back(i, 0.0, 0.0);
-    const Points shorter(straight.begin(), straight.end() - 1);
-    const Points pair = {straight[0], straight[2]};
-    const Vector3 beforeLast(19.99999981, 1.7e-7, 0.0);
-    const struct {
-        const char* what;
-        Points points;
-        Vector3 x;
-        int segment;
-        double param;
-        Vector3 point;
-    } cases[] = {
-        {"beyond the end", shorter, {51.0, 0.0, 0.0}, 18, 1.0, {19.0, 0.0, 0.0}},
-        {"before the start", shorter, {-51.0, 0.0, 0.0}, 0, 0.0, {0.0, 0.0, 0.0}},
-        {"far beside a vertex", shorter, {9.0, 1e5, 0.0}, 8, 1.0, {9.0, 0.0, 0.0}},
-        {"within a bound's rounding", straight, beforeLast, 19, 0.99999981, {beforeLast.x, 0, 0}},
-        {"two vertices", pair, {3.0, 1.0, 0.0}, 0, 1.0, {2.0, 0.0, 0.0}},
-        {"1e-13 includes", pair, {0.4e-13, 1.0, 0.0}, 0, 0.0, {0.0, 0.0, 0.0}},
-        {"above 1e-13", pair, {0.6e-13, 1.0, 0.0}, 0, 0.3e-13, {0.6e-13, 0.0, 0.0}},
+    const auto expect = [](const char* name, const Points& points, const Vector3& x, int segment,
+                           double param) {
+        const PolylineProjection at = PolylineProjector(points).nearest(x);
+        EXPECT_EQ(at.segment, segment) << name;
+        EXPECT_NEAR(at.param, param, 1e-14) << name;
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        PolylineProjector line(c.points);
-        line.project(c.x);
-        EXPECT_EQ(line.segment, c.segment);
-        EXPECT_NEAR(line.param, c.param, 1e-14);
-        EXPECT_LT(dist(line.point, c.point), 1e-12);
-    }
-    // A vertex inside a run: the earlier of its segments, at its end.
-    InputSource in(2);
-    const PolylineProjector walk(polyline(kWalk, 100, in));
-    for (std::size_t i = 1; i < 99; ++i) {
-        const PolylineProjection at = walk.nearest(walk.points[i]);
-        EXPECT_EQ(at.segment, static_cast<int>(i) - 1);
-        EXPECT_EQ(at.param, 1.0);
-    }
+    expect("far beside a vertex", straight, {9.0, 1e5, 0.0}, 8, 1.0);
+    expect("within a bound's rounding", straight, {19.99999981, 1.7e-7, 0.0}, 19, 0.99999981);
+    const Points pair = {straight[0], straight[2]};
+    expect("1e-13 includes", pair, {0.4e-13, 1.0, 0.0}, 0, 0.0);
+    expect("above 1e-13", pair, {0.6e-13, 1.0, 0.0}, 0, 0.3e-13);
 }
 
 TEST(PolylineProjector, WithoutSegmentsNothingIsStored) {
@@ -206,49 +182,20 @@ TEST(PolylineProjector, SurvivesWhatIsNotFinite) {
 TEST(PolylineProjector, AfterAnEditAnswersFromWhatIsLeft) {
     InputSource in(5);
     const Points walk = polyline(kWalk, 300, in);
-    const Points longer = polyline(kWalk, 400, in);
-    const struct {
-        const char* edit;
-        Points points;
-        bool keepsLengths;
-    } edits[] = {{"cleared", {}, true},
-                 {"one vertex", {walk[0]}, true},
-                 {"cut", Points(walk.begin(), walk.begin() + 100), true},
-                 {"grown", longer, true},
-                 {"no lengths", walk, false}};
-    for (const auto& edit : edits) {
-        SCOPED_TRACE(edit.edit);
+    for (const int vertices : {0, 1, 100, 300, 400}) {
+        SCOPED_TRACE(std::to_string(vertices) + " vertices");
         PolylineProjector line(walk);
-        line.points = edit.points;
-        if (!edit.keepsLengths) line.arcLength.clear();
+        line.points.resize(static_cast<std::size_t>(vertices));
+        if (vertices == 300) line.arcLength.clear();
         for (int q = 0; q < 100; ++q) {
             // Whole numbers, for ties.
-            const PolylineProjection foot = line.nearest(in.whole(20));
-            EXPECT_LT(foot.segment, (std::max)(0, static_cast<int>(edit.points.size()) - 1));
+            EXPECT_LT(line.nearest(in.whole(20)).segment, (std::max)(0, vertices - 1));
         }
     }
     PolylineProjector moved(walk);
     const PolylineProjector taken(std::move(moved));
     moved.points = walk;
     EXPECT_EQ(moved.nearest(walk[7]).segment, taken.nearest(walk[7]).segment);
-}
-
-TEST(PolylineProjector, ThreadsShareOneObject) {
-    InputSource in(4);
-    const PolylineProjector line(polyline(kWalk, 1000, in));
-    Points queries;
-    for (int i = 0; i < 400; ++i)
-        queries.push_back(query(line.points, in));
-    std::vector<PolylineProjection> results(queries.size());
-    inThreads(4, [&](int t) {
-        for (std::size_t i = static_cast<std::size_t>(t); i < queries.size(); i += 4)
-            results[i] = line.nearest(queries[i]);
-    });
-    for (std::size_t i = 0; i < queries.size(); ++i) {
-        const PolylineProjection alone = line.nearest(queries[i]);
-        EXPECT_EQ(results[i].segment, alone.segment);
-        EXPECT_EQ(results[i].param, alone.param);
-    }
 }
 
 }  // namespace

