@@ -1,6 +1,5 @@
 #include <memory>
 
-#include "geomKit/vAlgebra/centroid.h"
 #include "tests/vAlgebra/distance.h"
 
 using namespace geomKit;
@@ -47,7 +46,7 @@ TEST(ImplEllipsoid, HoldsEveryPointAndTouchesOne) {
     }
 }
 
-TEST(ImplEllipsoid, HasTheShapeOfTheSecondMomentsAlsoThickened) {
+TEST(ImplEllipsoid, HasItsDerivativesAndThickensItsSemiAxes) {
     InputSource in(52);
     const auto semiAxes = [](const ImplEllipsoid& e) {
         const Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d> solver(eigen(e.matrix));
@@ -56,13 +55,6 @@ TEST(ImplEllipsoid, HasTheShapeOfTheSecondMomentsAlsoThickened) {
     for (int i = 0; i < 100; ++i) {
         const std::vector<Vector3> points = cloud(in, 30, {1.0, 2.0, 4.0});
         ImplEllipsoid e(points);
-        EXPECT_LE(distance(e.center, centroid(points)), 1e-14);
-        Matrix3 moments = Matrix3::diagonal(0.0, 0.0, 0.0);
-        for (const Vector3& p : points)
-            moments += Matrix3::tensor(p - e.center, p - e.center);
-        const Matrix3 product = moments * e.matrix;
-        EXPECT_LE(distance(product * (1.0 / product(0, 0)), Matrix3()), 1e-7);
-
         double value = 0.0;
         Vector3 gradient;
         Matrix3 hessian;
@@ -70,6 +62,7 @@ TEST(ImplEllipsoid, HasTheShapeOfTheSecondMomentsAlsoThickened) {
         e.evaluate(p, &value, &gradient, &hessian);
         const double rise = (valueAt(e, p + step) - valueAt(e, p - step)) * 0.5;
         EXPECT_NEAR(gradient * step * value, rise, 1e-11);
+        EXPECT_NEAR((p - e.center) * (hessian * (p - e.center)), value * value, 1e-11);
         e.evaluate(e.center, nullptr, &gradient, nullptr);
         EXPECT_EQ(gradient.lengthSq(), 0.0);
 

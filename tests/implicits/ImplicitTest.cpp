@@ -86,16 +86,12 @@ TEST(Implicit, TakesItsSamplesOrTellsThatItDoesNot) {
         samples[0].first.x = kNaN;
         EXPECT_TRUE(std::isnan(field.maxResidual(samples)));
     }
-    // Two values at one point: rounding hides some of the zero pivots, the residual tells of all.
-    int hidden = 0;
+    // Two values at one point: rounding may hide the zero pivot, the residual tells.
     for (int i = 0; i < 100; ++i) {
         PlainSamples twice = cloud(in, 20);
         twice[7] = {twice[3].first, twice[3].second + 1.0};
-        const Implicit field(twice);
-        hidden += field.metZeroPivot() ? 0 : 1;
-        EXPECT_GT(field.maxResidual(twice), 0.1);
+        EXPECT_GT(Implicit(twice).maxResidual(twice), 0.1);
     }
-    EXPECT_GT(hidden, 0);
     // Terms that a host cut off on one side only count for nothing.
     Implicit field(cloud(in, 40));
     field.weights.resize(3);
@@ -153,8 +149,8 @@ TEST(Implicit, ThreadsOverArraysGiveTheBitsOfPlainSums) {
             inThreads(2, [&](int part) {
                 const std::size_t begin = part == 0 ? 0 : count / 2;
                 const std::size_t size = part == 0 ? count / 2 : count - count / 2;
-                field.evaluate(points.data() + begin, size, values.data() + begin);
                 Vector3* const inPlace = gradients.data() + begin;
+                field.evaluate(points.data() + begin, size, values.data() + begin);
                 field.getGradient(inPlace, size, inPlace);
             });
             for (std::size_t i = 0; i < count; ++i) {

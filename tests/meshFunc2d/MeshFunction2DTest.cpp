@@ -55,26 +55,6 @@ TEST(MeshFunction2D, FindsTheFirstAcceptingFacetOfTheCell) {
     }
 }
 
-TEST(MeshFunction2D, ReproducesALinearFunctionInsideAndOutside) {
-    const TestMesh mesh = gridMesh("ring", 30, 1.0, 0.3, [](int i, int j) {
-        return std::hypot(i - 14.5, j - 14.5) > 6.0 || (i + j) % 9 == 0;
-    });
-    const MeshFunction2D f = mesh.function();
-    InputSource in(5);
-    int outside = 0;
-    for (int i = 0; i < 4000; ++i) {
-        const Vector3 at = in.vector(2.0);
-        const Point p(at.x, at.y);
-        const auto [isFound, value, number] = extrapolated(f, p);
-        ASSERT_TRUE(isFound) << p;
-        EXPECT_NEAR(value.u, TestMesh::linear(p).u, 1e-11);
-        EXPECT_NEAR(value.v, TestMesh::linear(p).v, 1e-11);
-        EXPECT_NEAR(number, 0.25 * p.u, 1e-5);
-        outside += f.evaluate(p, nullptr, nullptr) ? 0 : 1;
-    }
-    EXPECT_GT(outside, 1000);
-}
-
 TEST(MeshFunction2D, ExtrapolatesFromTheNearestChainOrTheFirstOfThem) {
     // Many chains: holes in every other cell, or islands that are equally far from midway.
     for (const bool islands : {false, true}) {
@@ -109,55 +89,38 @@ TEST(MeshFunction2D, TheOldMethodExtendsTheFacetOfTheNearestEdge) {
     f.initEvaluatorHelper();
     EXPECT_EQ(f.boundaries.size(), 2u) << "left as they were";
 
-    const Point none(7.0, 7.0);
-    const struct {
-        const char* where;
-        Point p;
-        Point value;
-    } cases[] = {
-        {"in the facet", {0.2, 0.2}, TestMesh::linear({0.2, 0.2})},
-        {"beside it", {-3.0, 0.5}, TestMesh::linear({-3.0, 0.5})},
-        {"beyond the other one", {25.0, 25.0}, {-5.0, -5.0}},
-        {"an empty cell, from which the walk meets the other one", {3.0, 3.0}, {-5.0, -5.0}},
-        {"the empty cell in the middle", {10.0, 10.0}, none},
-        {"NaN", {kNaN, 1.0}, none},
-        {"infinity", {1.0, kInfinity}, none},
+    const auto expect = [&f](const char* where, const Point& p, const Point& want) {
+        Point value(7.0, 7.0);
+        EXPECT_EQ(f.extrapolate(p, &value, nullptr), want.u != 7.0) << where;
+        EXPECT_NEAR(value.u, want.u, 1e-12) << where;
+        EXPECT_NEAR(value.v, want.v, 1e-12) << where;
+        EXPECT_EQ(f.extrapolateOld(p, nullptr, nullptr), want.u != 7.0) << where;
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.where);
-        Point value = none;
-        EXPECT_EQ(f.extrapolate(c.p, &value, nullptr), c.value != none);
-        EXPECT_NEAR(value.u, c.value.u, 1e-12);
-        EXPECT_NEAR(value.v, c.value.v, 1e-12);
-        EXPECT_EQ(f.extrapolateOld(c.p, nullptr, nullptr), c.value != none);
-    }
+    expect("in the facet", {0.2, 0.2}, TestMesh::linear({0.2, 0.2}));
+    expect("beside it", {-3.0, 0.5}, TestMesh::linear({-3.0, 0.5}));
+    expect("beyond the other one", {25.0, 25.0}, {-5.0, -5.0});
+    expect("an empty cell, from which the walk meets the other one", {3.0, 3.0}, {-5.0, -5.0});
+    expect("the empty cell in the middle", {10.0, 10.0}, {7.0, 7.0});
+    expect("NaN", {kNaN, 1.0}, {7.0, 7.0});
+    expect("infinity", {1.0, kInfinity}, {7.0, 7.0});
 }
 
 TEST(MeshFunction2D, DistanceToAnEdge) {
     TestMesh mesh;
     mesh.addTriangle({0.0, 0.0}, {2.0, 0.0}, {0.0, 5.0});
     const MeshFunction2D f = mesh.function();
-    const struct {
-        const char* what;
-        int a, b;
-        Point p;
-        double distSq;
-        bool isInterior;
-    } cases[] = {
-        {"beside the edge", 0, 1, {1.0, 3.0}, 9.0, true},
-        {"beyond its end", 0, 1, {3.0, 1.0}, 2.0, false},
-        {"before its start", 0, 1, {-1.0, 1.0}, 2.0, false},
-        {"no length", 0, 0, {1.0, 1.0}, 2.0, false},
-        {"within 1e-8 of the length", 0, 1, {-1e-8, 1.0}, 1.0, true},
-        {"outside of it", 0, 1, {-3e-8, 1.0}, 1.0 + 9e-16, false},
-        {"no such vertex", 0, 9, {1.0, 1.0}, kInfinity, false},
+    const auto expect = [&f](const char* name, int b, const Point& p, double distSq, bool within) {
+        bool isInterior = !within;
+        EXPECT_DOUBLE_EQ(f.iDistToEdge(0, b, p, &isInterior, false), distSq) << name;
+        EXPECT_EQ(isInterior, within) << name;
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        bool isInterior = !c.isInterior;
-        EXPECT_DOUBLE_EQ(f.iDistToEdge(c.a, c.b, c.p, &isInterior, false), c.distSq);
-        EXPECT_EQ(isInterior, c.isInterior);
-    }
+    expect("beside the edge", 1, {1.0, 3.0}, 9.0, true);
+    expect("beyond its end", 1, {3.0, 1.0}, 2.0, false);
+    expect("before its start", 1, {-1.0, 1.0}, 2.0, false);
+    expect("no length", 0, {1.0, 1.0}, 2.0, false);
+    expect("within 1e-8 of the length", 1, {-1e-8, 1.0}, 1.0, true);
+    expect("outside of it", 1, {-3e-8, 1.0}, 1.0 + 9e-16, false);
+    expect("no such vertex", 9, {1.0, 1.0}, kInfinity, false);
 }
 
 TEST(MeshFunction2D, DegenerateDataAnswersFalse) {
@@ -167,29 +130,12 @@ TEST(MeshFunction2D, DegenerateDataAnswersFalse) {
         points[i] = p;
         return points;
     };
-    const struct {
-        const char* what;
-        std::vector<Point> params;
-        std::vector<int> facets;
-        bool hasGrid;
-    } cases[] = {
-        {"no points", {}, {}, false},
-        {"one point four times", std::vector<Point>(4, Point(3.0, 3.0)), {0, 1, 2}, false},
-        {"no extent along v", {{0.0, 1.0}, {1.0, 1.0}, {2.0, 1.0}, {3.0, 1.0}}, {0, 1, 2}, true},
-        {"first point NaN", with(0, {kNaN, 0.0}), {1, 2, 3}, true},
-        {"infinite point", with(3, {0.0, kInfinity}), {0, 1, 2}, true},
-        {"extent overflows", {{-1e308, 0.0}, {1e308, 0.0}, {1.0, 1.0}}, {0, 1, 2}, true},
-        {"NaN corner", with(2, {1.0, kNaN}), {0, 1, 2}, true},
-        {"index too large", good, {0, 1, 4}, true},
-        {"negative index", good, {0, -1, 2}, true},
-        {"partial triple", good, {0, 1}, true},
-        {"determinant below 1e-8", with(2, {1.0, 0.9e-8}), {0, 1, 2}, true},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        const MeshFunction2D f(c.params, good, c.facets, {});
-        EXPECT_EQ(f.cellCounts.u, c.hasGrid ? 20 : 0);
-        EXPECT_EQ(f.cellScale.u == -1.0, !c.hasGrid);
+    const auto expect = [&good](const char* name, const std::vector<Point>& params,
+                                const std::vector<int>& facets, int cells) {
+        SCOPED_TRACE(name);
+        const MeshFunction2D f(params, good, facets, {});
+        EXPECT_EQ(f.cellCounts.u, cells);
+        EXPECT_EQ(f.cellScale.u == -1.0, cells == 0);
         Point value(7.0, 7.0);
         for (const Point& p : {Point(0.5, 0.25), Point(1.0, 0.0), Point(kNaN, 0.0),
                                Point(-kInfinity, 0.0), Point(1e300, -1e300)}) {
@@ -198,7 +144,18 @@ TEST(MeshFunction2D, DegenerateDataAnswersFalse) {
             f.extrapolate(p, nullptr, nullptr);
         }
         EXPECT_EQ(value, Point(7.0, 7.0));
-    }
+    };
+    expect("no points", {}, {}, 0);
+    expect("one point four times", std::vector<Point>(4, Point(3.0, 3.0)), {0, 1, 2}, 0);
+    expect("no extent along v", {{0.0, 1.0}, {1.0, 1.0}, {2.0, 1.0}}, {0, 1, 2}, 20);
+    expect("first point NaN", with(0, {kNaN, 0.0}), {1, 2, 3}, 20);
+    expect("infinite point", with(3, {0.0, kInfinity}), {0, 1, 2}, 20);
+    expect("extent overflows", {{-1e308, 0.0}, {1e308, 0.0}, {1.0, 1.0}}, {0, 1, 2}, 20);
+    expect("NaN corner", with(2, {1.0, kNaN}), {0, 1, 2}, 20);
+    expect("index too large", good, {0, 1, 4}, 20);
+    expect("negative index", good, {0, -1, 2}, 20);
+    expect("partial triple", good, {0, 1}, 20);
+    expect("determinant below 1e-8", with(2, {1.0, 0.9e-8}), {0, 1, 2}, 20);
     // What is whole keeps working beside what is not.
     const MeshFunction2D mixed(good, good, {0, 1, 9, 0, 1, 2, 2, 3}, {1.0f, 1.0f, 1.0f});
     EXPECT_EQ(evaluated(mixed, {0.5, 0.25}), (Answer{true, {0.5, 0.25}, -1.0f}));

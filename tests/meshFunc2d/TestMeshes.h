@@ -32,8 +32,7 @@ struct TestMesh {
     void addFacet(int a, int b, int c) { facets.insert(facets.end(), {a, b, c}); }
 
     void addTriangle(const Point& p, const Point& q, const Point& r) {
-        const int a = addVertex(p);
-        const int b = addVertex(q);
+        const int a = addVertex(p), b = addVertex(q);
         addFacet(a, b, addVertex(r));
     }
 
@@ -49,8 +48,7 @@ inline TestMesh gridMesh(std::string name, int n, double size, double jitter,
     const double cell = size / (n - 1);
     for (int i = 0; i < n; ++i) {
         for (int j = 0; j < n; ++j) {
-            const double du = in.uniform(-jitter, jitter);
-            const double dv = in.uniform(-jitter, jitter);
+            const double du = in.uniform(-jitter, jitter), dv = in.uniform(-jitter, jitter);
             mesh.addVertex({(i + du) * cell, (j + dv) * cell});
         }
     }
@@ -72,15 +70,10 @@ inline TestMesh soup(std::string name, int count, double size, double thickness)
     for (int f = 0; f < count; ++f) {
         // From specks to facets that span everything.
         const double reach = size * std::exp(in.uniform(-6.0, 0.5));
-        const geomKit::Vector3 centre = in.vector(size);
-        const geomKit::Vector3 d = in.vector(reach);
-        const geomKit::Vector3 e = in.vector(reach);
-        const double s = in.uniform(0.0, 1.0);
-        const geomKit::Vector3 third = centre + d * s + e * thickness;
-        mesh.addTriangle({centre.x, centre.y}, {centre.x + d.x, centre.y + d.y},
-                         {third.x, third.y});
-        const int a = 3 * f;
-        if (f % 10 == 0) mesh.addFacet(a, a + 2, a + 1);
+        const geomKit::Vector3 a = in.vector(size), d = in.vector(reach), e = in.vector(reach);
+        const geomKit::Vector3 c = a + d * in.uniform(0.0, 1.0) + e * thickness;
+        mesh.addTriangle({a.x, a.y}, {a.x + d.x, a.y + d.y}, {c.x, c.y});
+        if (f % 10 == 0) mesh.addFacet(3 * f, 3 * f + 2, 3 * f + 1);
     }
     return mesh;
 }
@@ -94,7 +87,6 @@ struct Answer {
     bool operator==(const Answer& other) const {
         return isFound == other.isFound && value == other.value && number == other.number;
     }
-    bool operator!=(const Answer& other) const { return !(*this == other); }
 };
 
 inline std::ostream& operator<<(std::ostream& os, const Answer& answer) {

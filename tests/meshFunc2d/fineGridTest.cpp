@@ -30,51 +30,27 @@ TestMesh pile(int facets, int vertices) {
 }
 
 TEST(FineGrid, EveryKindOfFineCellAnswersAsThePlainListDoes) {
-    const struct {
-        const char* what;
-        int facets;
-        int vertices;
-        FineCell::Kind kind;
-    } cases[] = {
-        {"no facet", 0, 1, FineCell::Kind::Empty},
-        {"one facet", 1, 3, FineCell::Kind::Packed},
-        {"as many vertices as fit", 5, 15, FineCell::Kind::Packed},
-        {"as many facets and vertices as fit", 16, 15, FineCell::Kind::Packed},
-        {"one facet too many", 17, 15, FineCell::Kind::Listed},
-        {"one vertex too many", 16, 16, FineCell::Kind::Listed},
-        {"hundreds of facets", 300, 60, FineCell::Kind::Listed},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        const TestMesh mesh = pile(c.facets, c.vertices);
+    using Kind = FineCell::Kind;
+    const auto expect = [](const char* name, int facets, int vertices, Kind kind) {
+        SCOPED_TRACE(name);
+        const TestMesh mesh = pile(facets, vertices);
         const MeshFunction2D f = mesh.function();
         const detail::FineGrid grid({f.boxMin, f.cellScale, f.cellCounts}, f.cells, mesh.params,
                                     mesh.facets);
-        EXPECT_EQ(grid.partAt(kCentre).fineCell->kind, c.kind);
+        EXPECT_EQ(grid.partAt(kCentre).fineCell->kind, kind);
         InputSource in(5);
         std::vector<Point> points = {kCentre};
         while (points.size() < 2000)
             points.push_back(kCentre + Point(in.uniform(-0.6, 0.6), in.uniform(-0.6, 0.6)));
-        EXPECT_EQ(expectPlainAnswers(mesh, f, points) > 0, c.facets > 0);
-    }
-}
-
-TEST(FineGrid, ReadsNoVertexThatIsGone) {
-    TestMesh mesh = pile(17, 15);
-    for (const bool listed : {true, false}) {
-        if (!listed) mesh.facets.resize(3);
-        MeshFunction2D f = mesh.function();
-        EXPECT_TRUE(f.evaluate(kCentre, nullptr, nullptr));
-        f.facets.clear();
-        EXPECT_TRUE(f.evaluate(kCentre, nullptr, nullptr)) << "the vertices are there";
-        f.values = std::vector<Point>(3);
-        EXPECT_FALSE(f.evaluate(kCentre, nullptr, nullptr));
-        f.values = mesh.values;
-        f.params = std::vector<Point>(3);
-        bool found = true;
-        EXPECT_EQ(f.evaluate(&kCentre, 1, nullptr, nullptr, &found), 0u);
-        EXPECT_FALSE(found);
-    }
+        EXPECT_EQ(expectPlainAnswers(mesh, f, points) > 0, facets > 0);
+    };
+    expect("no facet", 0, 1, Kind::Empty);
+    expect("one facet", 1, 3, Kind::Packed);
+    expect("as many vertices as fit", 5, 15, Kind::Packed);
+    expect("as many facets and vertices as fit", 16, 15, Kind::Packed);
+    expect("one facet too many", 17, 15, Kind::Listed);
+    expect("one vertex too many", 16, 16, Kind::Listed);
+    expect("hundreds of facets", 300, 60, Kind::Listed);
 }
 
 }  // namespace

@@ -178,34 +178,30 @@ TEST_F(Files, WhatCannotBeDoneIsToldWithTheSystemsReason) {
     fs::permissions(locked / "bone.xml", fs::perms::none);
     fs::permissions(locked, fs::perms::owner_read | fs::perms::owner_exec);
     const auto expect = [](const fs::path& path, const auto& result, std::errc reason,
-                           const std::string& text) {
+                           const std::string& what, const char* end) {
         EXPECT_FALSE(result) << path;
         EXPECT_EQ(result.reason, reason) << path;
-        EXPECT_EQ(result.text(), path.string() + ": " + text);
+        const std::string why = std::make_error_code(reason).message();
+        EXPECT_EQ(result.text(), path.string() + ": " + what + ": " + why + end);
     };
-    const auto expectNotSaved = [&](const fs::path& path, std::errc reason, const char* text) {
-        expect(path, saveDocumentFile(boneAt(1), path), reason, text);
+    const auto expectNotSaved = [&](const fs::path& path, std::errc reason, const char* what) {
+        expect(path, saveDocumentFile(boneAt(1), path), reason, what, "");
     };
-    const auto expectNotLoaded = [&](const fs::path& path, std::errc reason, const char* text) {
-        expect(path, loadDocumentFile(path), reason, text + std::string("; nothing was loaded"));
+    const auto expectNotLoaded = [&](const fs::path& path, std::errc reason, const char* what) {
+        expect(path, loadDocumentFile(path), reason, what, "; nothing was loaded");
     };
-    expectNotSaved(folder_ / "none" / "a.xml", std::errc::no_such_file_or_directory,
-                   "no temporary file could be made in its folder: No such file or directory");
-    expectNotSaved(folder_ / "folder", std::errc::is_a_directory,
-                   "the file could not be opened: Is a directory");
+    const char* const kNotOpened = "the file could not be opened";
+    const char* const kNoTemporary = "no temporary file could be made in its folder";
+    expectNotSaved(folder_ / "none" / "a.xml", std::errc::no_such_file_or_directory, kNoTemporary);
+    expectNotSaved(folder_ / "folder", std::errc::is_a_directory, kNotOpened);
+    expectNotLoaded(folder_ / "none.xml", std::errc::no_such_file_or_directory, kNotOpened);
+    expectNotLoaded(folder_, std::errc::is_a_directory, "the file could not be read");
     if (fs::exists("/dev/full")) {
-        expectNotSaved("/dev/full", std::errc::no_space_on_device,
-                       "the file could not be written: No space left on device");
+        expectNotSaved("/dev/full", std::errc::no_space_on_device, "the file could not be written");
     }
-    expectNotLoaded(folder_ / "none.xml", std::errc::no_such_file_or_directory,
-                    "the file could not be opened: No such file or directory");
-    expectNotLoaded(folder_, std::errc::is_a_directory,
-                    "the file could not be read: Is a directory");
     if (!std::ifstream(locked / "bone.xml").is_open()) {
-        expectNotSaved(locked / "a.xml", std::errc::permission_denied,
-                       "no temporary file could be made in its folder: Permission denied");
-        expectNotLoaded(locked / "bone.xml", std::errc::permission_denied,
-                        "the file could not be opened: Permission denied");
+        expectNotSaved(locked / "a.xml", std::errc::permission_denied, kNoTemporary);
+        expectNotLoaded(locked / "bone.xml", std::errc::permission_denied, kNotOpened);
     }
     EXPECT_EQ(content().size(), 2u);
     fs::permissions(locked, fs::perms::owner_all);

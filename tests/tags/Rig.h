@@ -12,21 +12,22 @@
 #include "geomKit/tags/SimpleTypeHandler.h"
 #include "geomKit/vAlgebra/VectorS.h"
 
-class Bone : public geomKit::Serializable {
+namespace geomKit {
+
+class Bone : public Serializable {
 public:
-    geomKit::Vector3 tip;
+    Vector3 tip;
     std::vector<Bone> children;
 
-    const boost::intrusive_ptr<geomKit::CompositeField>& classField() const override {
-        static const boost::intrusive_ptr<geomKit::CompositeField> field = [] {
-            const geomKit::MemberAccessor tipOf(&Bone::tip);
-            const geomKit::MemberAccessor childrenOf(&Bone::children);
-            const geomKit::SequenceTypeHandler<geomKit::CompositeTypeHandler<Bone>> list("child");
-            geomKit::ClassDesc desc("Bone");
-            desc.add(new geomKit::MemberField("tip", tipOf,
-                                              geomKit::SimpleTypeHandler<geomKit::Vector3>()));
-            desc.add(new geomKit::MemberField("children", childrenOf, list));
-            return new geomKit::CompositeField("Bone", desc);
+    const boost::intrusive_ptr<CompositeField>& classField() const override {
+        static const boost::intrusive_ptr<CompositeField> field = [] {
+            const MemberAccessor childrenOf(&Bone::children);
+            const SequenceTypeHandler<CompositeTypeHandler<Bone>> list("child");
+            ClassDesc desc("Bone");
+            desc.add(
+                new MemberField("tip", MemberAccessor(&Bone::tip), SimpleTypeHandler<Vector3>()));
+            desc.add(new MemberField("children", childrenOf, list));
+            return new CompositeField("Bone", desc);
         }();
         return field;
     }
@@ -34,33 +35,33 @@ public:
 
 class Rig : public Bone {
 public:
-    std::vector<geomKit::Vector3> path;
-    geomKit::MeshFunction2D shape{false};
+    std::vector<Vector3> path;
+    MeshFunction2D shape{false};
     float weight = 0.5f;
     int count = 1;
 
-    const boost::intrusive_ptr<geomKit::CompositeField>& classField() const override {
-        static const boost::intrusive_ptr<geomKit::CompositeField> field(
-            new geomKit::CompositeField("Rig", describe(Bone::classField()->desc())));
+    const boost::intrusive_ptr<CompositeField>& classField() const override {
+        static const boost::intrusive_ptr<CompositeField> field(
+            new CompositeField("Rig", describe(Bone::classField()->desc())));
         return field;
     }
 
 private:
-    static geomKit::ClassDesc describe(const geomKit::ClassDesc& base) {
-        const geomKit::SequenceTypeHandler<geomKit::SimpleTypeHandler<geomKit::Vector3>> points(
-            "point");
-        const geomKit::CompositeTypeHandler<geomKit::MeshFunction2D> shapes;
-        geomKit::ClassDesc desc("Rig");
-        desc.add(new geomKit::CompositeField("super", base));
-        desc.add(new geomKit::MemberField("path", geomKit::MemberAccessor(&Rig::path), points));
-        desc.add(new geomKit::MemberField("shape", geomKit::MemberAccessor(&Rig::shape), shapes));
-        desc.add(new geomKit::MemberField("weight", geomKit::MemberAccessor(&Rig::weight),
-                                          geomKit::SimpleTypeHandler<float>()));
-        desc.add(new geomKit::MemberField("count", geomKit::MemberAccessor(&Rig::count),
-                                          geomKit::SimpleTypeHandler<int>()));
+    static ClassDesc describe(const ClassDesc& base) {
+        const SequenceTypeHandler<SimpleTypeHandler<Vector3>> points("point");
+        const CompositeTypeHandler<MeshFunction2D> shapes;
+        ClassDesc desc("Rig");
+        desc.add(new CompositeField("super", base));
+        desc.add(new MemberField("path", MemberAccessor(&Rig::path), points));
+        desc.add(new MemberField("shape", MemberAccessor(&Rig::shape), shapes));
+        desc.add(
+            new MemberField("weight", MemberAccessor(&Rig::weight), SimpleTypeHandler<float>()));
+        desc.add(new MemberField("count", MemberAccessor(&Rig::count), SimpleTypeHandler<int>()));
         return desc;
     }
 };
 
-inline const geomKit::SerializableFactory<Bone> kBoneFactory("Bone");
-inline const geomKit::SerializableFactory<Rig> kRigFactory("Rig");
+inline const SerializableFactory<Bone> kBoneFactory("Bone");
+inline const SerializableFactory<Rig> kRigFactory("Rig");
+
+}  // namespace geomKit

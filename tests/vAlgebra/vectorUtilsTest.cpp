@@ -4,23 +4,6 @@ using namespace geomKit;
 
 namespace {
 
-TEST(VectorUtils, SegmentDistanceAgainstDenseSampling) {
-    InputSource in(201);
-    for (int i = 0; i < 2000; ++i) {
-        const Vector3 a = in.vector(std::exp(in.uniform(-5.0, 7.0)));
-        const Vector3 b = a + in.vector(std::exp(in.uniform(-5.0, 7.0)));
-        const Vector3 p = in.vector(std::exp(in.uniform(-5.0, 7.0)));
-        double t = -1.0;
-        const double got = distSqToLineSegment(p, a, b, &t);
-        const double rounding = 1e-14 * (a.lengthSq() + distSq(p, a) + distSq(a, b));
-        ASSERT_GE(t, 0.0);
-        ASSERT_LE(t, 1.0);
-        EXPECT_NEAR(distSq(p, a + (b - a) * t), got, rounding);
-        for (int k = 0; k <= 100; ++k)
-            ASSERT_LE(got, distSq(p, a + (b - a) * (k / 100.0)) + rounding);
-    }
-}
-
 // The end tests include their bound of 1e-13, which is of an unnormalised dot product.
 TEST(VectorUtils, SegmentDistanceAtTheEnds) {
     const auto expect = [](const char* name, double x, double end, double want) {

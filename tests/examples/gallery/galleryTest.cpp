@@ -44,16 +44,6 @@ TEST(Gallery, PicturesAreThoseOfThePagesAndSmall) {
     EXPECT_EQ(std::distance(begin(files), end(files)), static_cast<long>(pictures().size()));
 }
 
-TEST(SvgSink, NumbersAreFixedRoundHalvesUpAndHaveNoNegativeZero) {
-    EXPECT_EQ(number(1234.5678, 2), "1234.57");
-    EXPECT_EQ(number(-0.004, 2), "0.00");
-    EXPECT_EQ(number(-1.5, 0), "-1");
-    // The last bits of a half do not decide.
-    for (const double half : {0.125, std::nextafter(0.125, 0.0), std::nextafter(0.125, 1.0)}) {
-        EXPECT_EQ(number(half, 2), "0.13");
-    }
-}
-
 TEST(SvgSink, TakesWhatIsDrawnWhileItLives) {
     {
         SvgSink sink(100.0, 50.0, "a < b & c");
