@@ -33,6 +33,7 @@ std::vector<Answer> answers(const MeshFunction2D& f) {
     std::vector<Point> values(at.size());
     std::vector<float> floats(at.size());
     const auto found = std::make_unique<bool[]>(at.size());
+    std::fill_n(found.get(), at.size(), true);
     const auto add = [&](const char* query, std::size_t i, const Answer& one) {
         EXPECT_EQ(one, (Answer{found[i], values[i], floats[i]})) << query << at[i];
         answers.push_back(one);

@@ -240,6 +240,7 @@ TEST(Intersections, NonFiniteInputHasADocumentedStatus) {
         }
     }
     EXPECT_EQ(TriangleWeightsFinder(o, a, {0.1, kNaN, 0.3}, -a).weights, Vector3());
+    EXPECT_NE(TriangleWeightsFinder(o, a, {0.1, 0.2, kNaN}, -a).weights, Vector3());
 }
 
 }  // namespace

@@ -69,8 +69,6 @@ const struct {
          const Vector3 step = in.whole(1);
          return p + Vector3(step.x, step.y, 0.0);
      }},
-    {"spiral", [](InputSource&, const Vector3&, int i,
-                  int) { return Vector3(std::cos(0.05 * i), std::sin(0.05 * i), 0.01 * i); }},
     {"closed circle",
      [](InputSource&, const Vector3&, int i, int n) {
          const double angle = 6.283185307179586 * i / (n - 1);

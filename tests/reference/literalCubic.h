@@ -15,13 +15,9 @@ inline int solveCubicLiterally(double a, double b, double c, double d, double* r
     bool found = false;
     double critical[2];
     if (geomKit::solveQuadratic(3.0 * a, 2.0 * b, c, critical) == 2) {
-        if (std::abs(f(critical[0])) <= 1e-13) {
-            r = critical[0];
-            found = true;
-        } else if (std::abs(f(critical[1])) <= 1e-13) {
-            r = critical[1];
-            found = true;
-        }
+        found = std::abs(f(critical[0])) <= 1e-13;
+        r = critical[found ? 0 : 1];
+        found = found || std::abs(f(r)) <= 1e-13;
     }
     if (!found) {
         double hi = 1.0;
