@@ -1,7 +1,0 @@
-#include <geomKit/geomKit.h>
-
-double libraryLength(double x, double y, double z);
-
-double libraryLength(double x, double y, double z) {
-    return geomKit::Vector3(x, y, z).length();
-}
