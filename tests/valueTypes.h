@@ -50,9 +50,8 @@ void expectArithmetic(const T& a, const T& b, double s, double (*quotient)(doubl
 /// Maps are applied one after the other, and undone; `p` is a point where that is looked at.
 template <typename T>
 void expectComposition(const T& a, const T& b, const Vector3& p) {
-    constexpr double kRounding = 1e-11;
-    EXPECT_LE(dist((a * b) * p, a * (b * p)), kRounding);
-    EXPECT_LE(dist((a.inverse() * a) * p, p), kRounding);
+    EXPECT_LE(dist((a * b) * p, a * (b * p)), 1e-11);
+    EXPECT_LE(dist((a.inverse() * a) * p, p), 1e-11);
     T c = a;
     EXPECT_EQ(c *= b, a * b);
     EXPECT_EQ(c *= c, (a * b) * (a * b)) << "in place";

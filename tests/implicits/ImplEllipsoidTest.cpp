@@ -58,11 +58,9 @@ TEST(ImplEllipsoid, HasItsDerivativesAndThickensItsSemiAxes) {
         double value = 0.0;
         Vector3 gradient;
         Matrix3 hessian;
-        const Vector3 p = in.vector(6.0), step = in.vector(1e-5);
+        const Vector3 p = in.vector(6.0);
         e.evaluate(p, &value, &gradient, &hessian);
-        const double rise = (valueAt(e, p + step) - valueAt(e, p - step)) * 0.5;
-        EXPECT_NEAR(gradient * step * value, rise, 1e-11);
-        EXPECT_NEAR((p - e.center) * (hessian * (p - e.center)), value * value, 1e-11);
+        EXPECT_LE(distance(gradient * (value * value), hessian * (p - e.center)), 1e-11);
         e.evaluate(e.center, nullptr, &gradient, nullptr);
         EXPECT_EQ(gradient.lengthSq(), 0.0);
 

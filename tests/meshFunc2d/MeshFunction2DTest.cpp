@@ -17,10 +17,8 @@ std::vector<Point> probes(const TestMesh& mesh, const MeshFunction2D& f, int cou
     };
     const Point d = f.boxMax - f.boxMin;
     for (int i = 0; i < count; ++i) {
-        const double s = in.uniform(-0.1, 1.1);
-        const double t = in.uniform(-0.1, 1.1);
-        const Point a = vertex(0);
-        const Point b = vertex(1);
+        const double s = in.uniform(-0.1, 1.1), t = in.uniform(-0.1, 1.1);
+        const Point a = vertex(0), b = vertex(1);
         const Point within(f.boxMin.u + s * d.u, f.boxMin.v + t * d.v);
         const Point border(f.boxMin.u + in.index(21) / f.cellScale.u, within.v);
         const Point crossing(border.u, f.boxMin.v + in.index(21) / f.cellScale.v);

