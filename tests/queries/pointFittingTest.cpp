@@ -12,8 +12,9 @@ TEST(PointFitting, AnswersDegenerateSets) {
     EXPECT_EQ(center, Vector3(7.0, 8.0, 9.0));
     EXPECT_EQ(normal, Vector3(0.0, 1.0, 0.0));
 
-    EXPECT_TRUE(bestFitPlane({{1, 0, 0}, {2, 0, 0}, {6, 0, 0}}, &center, &normal));
-    EXPECT_TRUE(bestFitLine({{1, 0, 0}, {2, 0, 0}, {6, 0, 0}}, nullptr, &dir));
+    const Vector3 row[] = {{1, 0, 0}, {2, 0, 0}, {6, 0, 0}, {9, 9, 9}};
+    EXPECT_TRUE(bestFitPlane(row, 3, &center, &normal));
+    EXPECT_TRUE(bestFitLine(row, 3, nullptr, &dir));
     EXPECT_EQ(center, Vector3(3.0, 0.0, 0.0));
     EXPECT_EQ(normal.x, 0.0);
     EXPECT_EQ(std::abs(dir.x), 1.0);
