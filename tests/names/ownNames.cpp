@@ -10,8 +10,14 @@ struct Vector3 {
 struct Matrix {
     float entries[16];
 };
+struct Transform {
+    Matrix matrix;
+};
 struct Field {
     int width;
+};
+struct Tag {
+    const char* text;
 };
 inline double dist(const Vector3& a, const Vector3& b) {
     return static_cast<double>(b.x - a.x);
@@ -24,8 +30,12 @@ inline double dist(const Vector3& a, const Vector3& b) {
 int main() {
     const Vector3 host = {1.0F, 2.0F, 3.0F};
     const geomKit::Vector3 ours(host.x, host.y, host.z);
+    const Transform hostTransform = {};
+    const geomKit::Transform identity;
     const Field field = {1};
-    const bool areApart =
-        sizeof host != sizeof ours && sizeof(Matrix) != sizeof(geomKit::Matrix) && field.width == 1;
+    const Tag tag = {"a"};
+    const bool areApart = sizeof host != sizeof ours && sizeof hostTransform != sizeof identity &&
+                          sizeof(Matrix) != sizeof(geomKit::Matrix) && field.width == 1 &&
+                          tag.text[0] == 'a';
     return areApart && dist(host, {2.0F, 0.0F, 0.0F}) == 1.0 && dist(ours, ours) == 0.0 ? 0 : 1;
 }

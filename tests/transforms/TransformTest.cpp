@@ -26,10 +26,21 @@ TEST(Transform, IsThirteenNumbers) {
     expectExactEquality(t);
 }
 
-TEST(Transform, RotatesOneDirectionToAnother) {
+TEST(Transform, BuildsFramesMirrorsAndRotations) {
     InputSource in(42);
     for (int n = 0; n < 100; ++n) {
+        const Vector3 p = in.vector(3.0);
         const UVector3 u = in.vector(1.0), v = u % in.vector(1.0);
+        const Transform frame(u, v, p);
+        EXPECT_LE(distance(frame.transformPoint(Vector3(0.0, 0.0, 1.0)), p + u), 1e-14);
+        EXPECT_LE(distance(frame.transformDirection(Vector3(1.0, 0.0, 0.0)), v), 1e-15);
+        const Transform mirror = Transform::reflection(p, u);
+        EXPECT_EQ(mirror.scale, -1.0);
+        EXPECT_LE(distance(mirror.transformPoint(p + v * 2.0 + u), p + v * 2.0 - u), 1e-13);
+        EXPECT_LE(distance(mirror * mirror, Matrix()), 1e-13);
+        for (const Transform& proper : {frame, mirror})
+            EXPECT_NEAR(proper.rotation.determinant(), 1.0, 1e-14);
+
         const UVector3 to = in.vector(1.0);
         const auto want = Eigen::Quaterniond::FromTwoVectors(eigen(u), eigen(to));
         EXPECT_LE(distance(Transform::rotate(u, to).rotation, want.toRotationMatrix()), 1e-7);

@@ -25,14 +25,19 @@ TEST(Matrix3, IsNineNumbersRowByRow) {
     expectExactEquality(m);
 }
 
-TEST(Matrix3, ProductsComposeAndInversesUndo) {
+TEST(Matrix3, ProductsInversesAndEigensystemsUndo) {
     InputSource in(301);
     for (int i = 0; i < 2000; ++i) {
         const Matrix3 m = in.matrix(std::exp(in.uniform(-1.0, 4.0)));
         const Matrix3 b = Matrix3::rotationMatrix(UVector3(in.vector(1.0)), 1.0) * 0.5;
         expectArithmetic(m, b, in.uniform(-3.0, 3.0), [](double x, double s) { return x / s; });
+        EXPECT_LE(distance(m * b, eigen(m) * eigen(b)), 1e-13);
         if (std::abs(m.determinant()) < 0.05) continue;
         expectComposition(m, b, in.vector(0.1));
+        const double eigs[] = {0.5, -2.0, 3.0};
+        const Vector3 vecs[] = {m.column(0), m.column(1), m.column(2)};
+        const Matrix3 stretched = m * Matrix3::diagonal(0.5, -2.0, 3.0);
+        EXPECT_LE(distance(Matrix3::getMatrixFromEigs(eigs, vecs) * m, stretched), 1e-7);
     }
 }
 
