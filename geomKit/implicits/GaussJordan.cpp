@@ -97,9 +97,10 @@ GaussJordan::Outcome GaussJordan::run() {
 /// Tells that the panel from row `first` on has reached column c.
 void GaussJordan::iTell(std::size_t first, std::size_t c) const {
     if (!progress_) return;
-    const auto panels = static_cast<double>((size_ + kPanel - 1) / kPanel);
+    const std::size_t panels = (size_ + kPanel - 1) / kPanel;
+    const std::size_t done = first / kPanel;
     const double ofPanel = static_cast<double>(c) / static_cast<double>(width_);
-    progress_((static_cast<double>(first / kPanel) + ofPanel) / panels);
+    progress_((static_cast<double>(done) + ofPanel) / static_cast<double>(panels));
 }
 
 GaussJordan::Outcome GaussJordan::iReducePanel(std::size_t first, std::size_t last) {
