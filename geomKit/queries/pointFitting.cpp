@@ -12,8 +12,8 @@ namespace {
 Matrix3 _covariance(const Vector3* pts, std::size_t count, const Vector3& center) {
     Vector3 squares;  // xx, yy, zz
     Vector3 mixed;    // yz, zx, xy
-    for (std::size_t i = 0; i < count; ++i) {
-        const Vector3 q = pts[i] - center;
+    for (const Vector3* p = pts; p != pts + count; ++p) {
+        const Vector3 q = *p - center;
         squares += Vector3(q.x * q.x, q.y * q.y, q.z * q.z);
         mixed += Vector3(q.y * q.z, q.z * q.x, q.x * q.y);
     }
