@@ -94,7 +94,10 @@ def test_same_bits_and_one_function_a_worker(client, expected, tmp_path: Path) -
 
 
 def test_memory_is_that_of_a_tile(client, tmp_path: Path) -> None:
-    before = {None: forget_peak(), **client.run(forget_peak)}
+    try:
+        before = {None: forget_peak(), **client.run(forget_peak)}
+    except PermissionError:
+        pytest.skip("this system does not let a process forget its peak")
     bake(
         client,
         partial(dask_bake.sample_function(20), outside="extrapolate"),
