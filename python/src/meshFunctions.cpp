@@ -10,7 +10,9 @@
 
 #include "Numbers.h"
 #include "families.h"
+#include "geomKit/internal/outputs.h"
 #include "geomKit/meshFunc2d/MeshFunction2D.h"
+#include "geomKit/meshFunc2d/barycentric.h"
 #include "inPieces.h"
 
 namespace geomkitPython {
@@ -94,11 +96,11 @@ Function restore(const py::object& params, const py::object& values, const py::o
 /// How many facets can never answer: those without three vertices, and those whose determinant is
 /// below 1e-8 in absolute value or not a number.
 std::size_t silentFacets(const MeshFunction2D& function) {
-    constexpr double kMinDeterminant = 1e-8;
     const auto isVertex = [&](int i) {
         return i >= 0 && static_cast<std::size_t>(i) <
                              (std::min)(function.params.size(), function.values.size());
     };
+    const auto corner = [&](int i) { return function.params[static_cast<std::size_t>(i)]; };
     std::size_t count = 0;
     for (std::size_t f = 0; f + 3 <= function.facets.size(); f += 3) {
         const int* const v = &function.facets[f];
@@ -106,10 +108,8 @@ std::size_t silentFacets(const MeshFunction2D& function) {
             ++count;
             continue;
         }
-        const auto corner = [&](int i) { return function.params[static_cast<std::size_t>(i)]; };
-        const Point e1 = corner(v[1]) - corner(v[0]);
-        const Point e2 = corner(v[2]) - corner(v[0]);
-        if (!(std::abs(e1.u * e2.v - e2.u * e1.v) >= kMinDeterminant)) ++count;
+        const geomKit::detail::FacetEdges edges(corner(v[0]), corner(v[1]), corner(v[2]));
+        if (edges.isDegenerate() || std::isnan(edges.det)) ++count;
     }
     return count;
 }
@@ -138,7 +138,7 @@ struct Answers {
 
 void evaluate(const MeshFunction2D& function, const Point* points, std::size_t first,
               std::size_t last, bool extrapolate, const Answers& answers) {
-    float* const floats = answers.floats != nullptr ? answers.floats + first : nullptr;
+    float* const floats = geomKit::detail::offset(answers.floats, first);
     if (extrapolate) {
         function.extrapolate(points + first, last - first, answers.values + first, floats,
                              answers.found + first);
