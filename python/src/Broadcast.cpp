@@ -30,9 +30,9 @@ Broadcast::Broadcast(std::initializer_list<Argument> arguments) {
     for (const Argument& argument : arguments) {
         const Shape before = shape_;
         if (_widen(shape_, *argument.leading)) continue;
-        throw py::value_error(
-            std::string(argument.name) + ": leading lengths " + shapeText(*argument.leading) +
-            ", wanted some that broadcast with those before, " + shapeText(before));
+        throw py::value_error(std::string(argument.name) + ": leading shape " +
+                              shapeText(*argument.leading) + ", wanted one that goes with " +
+                              shapeText(before));
     }
     Steps counts;
     counts.fill(1);

@@ -7,7 +7,11 @@
 
 #include "Numbers.h"
 #include "geomKit/meshFunc2d/vect2.h"
+#include "geomKit/transforms/BoneTransform.h"
+#include "geomKit/transforms/Matrix.h"
+#include "geomKit/transforms/Transform.h"
 #include "geomKit/vAlgebra/Matrix3.h"
+#include "geomKit/vAlgebra/UVector3.h"
 #include "geomKit/vAlgebra/Vector3.h"
 
 namespace geomkitPython {
@@ -36,6 +40,27 @@ template <>
 struct Layout<geomKit::Matrix3> {
     using Number = double;
     static Shape lengths() { return {3, 3}; }
+};
+
+template <>
+struct Layout<geomKit::UVector3> : Layout<geomKit::Vector3> {};
+
+template <>
+struct Layout<geomKit::Matrix> {
+    using Number = double;
+    static Shape lengths() { return {4, 4}; }
+};
+
+template <>
+struct Layout<geomKit::BoneTransform> {
+    using Number = double;
+    static Shape lengths() { return {12}; }
+};
+
+template <>
+struct Layout<geomKit::Transform> {
+    using Number = double;
+    static Shape lengths() { return {13}; }
 };
 
 template <typename T, std::size_t count>

@@ -51,14 +51,28 @@ private:
 
 namespace detail {
 
-/// A run of items, in the order of the result.
-template <typename F, typename Answers, std::size_t... k, typename... T>
+/// A run of items, in the order of the result. The two most common steps have loops of their own,
+/// which take 0.5 to 0.9 of the time: items one by one, and a first argument that stays the same.
+template <typename F, typename Answers, std::size_t... k, typename Head, typename... Tail>
 void doRun(const F& function, const Answers& answers, std::size_t item, std::size_t count,
-           const Broadcast::Run& run, std::index_sequence<k...>, const T*... items) {
-    ((items += run.first[k]), ...);
-    for (std::size_t i = 0; i < count; ++i) {
-        answers.set(item + i, function(*items...));
-        ((items += run.step[k]), ...);
+           const Broadcast::Run& run, std::index_sequence<0, k...> /*numbers*/, const Head* head,
+           const Tail*... tail) {
+    head += run.first[0];
+    ((tail += run.first[k]), ...);
+    const bool isPlain = ((run.step[k] == 1) && ...);
+    if (isPlain && run.step[0] == 1) {
+        for (std::size_t i = 0; i < count; ++i)
+            answers.set(item + i, function(head[i], tail[i]...));
+    } else if (isPlain && run.step[0] == 0) {
+        const Head one = *head;
+        for (std::size_t i = 0; i < count; ++i)
+            answers.set(item + i, function(one, tail[i]...));
+    } else {
+        for (std::size_t i = 0; i < count; ++i) {
+            answers.set(item + i, function(*head, *tail...));
+            head += run.step[0];
+            ((tail += run.step[k]), ...);
+        }
     }
 }
 
@@ -82,6 +96,15 @@ py::tuple forEachItem(const Sharing& sharing, const F& function, const Input<T>&
         }
     });
     return answers.arrays();
+}
+
+/// The same for a function whose answer is one `Out`: its array.
+template <typename Out, typename F, typename... T>
+py::object forEach(int workers, const F& function, const Input<T>&... inputs) {
+    const auto answer = [&function](const T&... items) {
+        return std::tuple<Out>(function(items...));
+    };
+    return forEachItem({workers}, answer, inputs...)[0];
 }
 
 namespace detail {

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "Operand.h"
 #include "families.h"
+#include "forEachItem.h"
 #include "geomKit/implicits/ImplEllipsoid.h"
 #include "geomKit/implicits/Implicit.h"
 
@@ -83,7 +83,7 @@ Field restore(const py::object& centers, const py::object& weights, const py::ob
         field.implicit.centers.push_back(center);
         field.implicit.weights.push_back(weight);
     }
-    field.implicit.linear = Operand<Vector3>(linear, "linear")[0];
+    field.implicit.linear = *Input<Vector3>("linear", linear).items();
     field.implicit.offset = offset;
     return field;
 }
@@ -100,14 +100,14 @@ template <typename Out, typename Function>
 py::array_t<double> evaluate(const Field& field, const py::object& points, int workers,
                              const Function& function) {
     const std::size_t threads = workerCount(workers);
-    const Operand<Vector3> at(points, "points");
-    py::array_t<double> answers = answersOf<Out>(at.leading());
-    Out* const out = itemsOf<Out>(answers);
-    inPieces(countOf(at.leading()), pieceOf(field.implicit), threads,
+    const Input<Vector3> at("points", points);
+    const Output<Out> answers(at.numbers().leading());
+    inPieces(at.numbers().count(), pieceOf(field.implicit), threads,
              [&](std::size_t first, std::size_t last) {
-                 function(field.implicit, at.first() + first, last - first, out + first);
+                 function(field.implicit, at.items() + first, last - first,
+                          answers.items() + first);
              });
-    return answers;
+    return answers.array();
 }
 
 py::array_t<double> values(const Field& field, const py::object& points, int workers) {
@@ -168,7 +168,7 @@ py::array_t<double> ellipsoidValues(const ImplEllipsoid& ellipsoid, const py::ob
             ellipsoid.evaluate(p, &value, nullptr, nullptr);
             return value;
         },
-        Operand<Vector3>(points, "points"));
+        Input<Vector3>("points", points));
 }
 
 py::array_t<double> ellipsoidCenter(const py::object& self) {

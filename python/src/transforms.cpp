@@ -3,8 +3,8 @@
 
 #include <pybind11/stl.h>
 
-#include "Operand.h"
 #include "families.h"
+#include "forEachItem.h"
 
 namespace geomkitPython {
 
@@ -21,36 +21,36 @@ using Object = py::object;
 /// What `Transform` and `BoneTransform` have in common; `T` is one of them.
 template <typename T>
 struct Loops {
-    static py::array_t<double> multiply(const Object& a, const Object& b) {
+    static py::object multiply(const Object& a, const Object& b) {
         return forEach<T>(
-            1, [](const T& x, const T& y) { return x * y; }, Operand<T>(a, "a"),
-            Operand<T>(b, "b"));
+            1, [](const T& x, const T& y) { return x * y; }, Input<T>("a", a), Input<T>("b", b));
     }
-    static py::array_t<double> inverse(const Object& a) {
+    static py::object inverse(const Object& a) {
         return forEach<T>(
-            1, [](const T& x) { return x.inverse(); }, Operand<T>(a, "a"));
+            1, [](const T& x) { return x.inverse(); }, Input<T>("a", a));
     }
-    static py::array_t<double> matrix(const Object& a) {
+    static py::object matrix(const Object& a) {
         return forEach<Matrix>(
-            1, [](const T& x) { return x.getMatrix(); }, Operand<T>(a, "a"));
+            1, [](const T& x) { return x.getMatrix(); }, Input<T>("a", a));
     }
-    static py::array_t<double> points(const Object& a, const Object& points, int workers) {
+    static py::object points(const Object& a, const Object& points, int workers) {
         return forEach<Vector3>(
             workers, [](const T& x, const Vector3& p) { return x.transformPoint(p); },
-            Operand<T>(a, "a"), Operand<Vector3>(points, "points"));
+            Input<T>("a", a), Input<Vector3>("points", points));
     }
-    static py::array_t<double> directions(const Object& a, const Object& directions, int workers) {
+    static py::object directions(const Object& a, const Object& directions, int workers) {
         return forEach<Vector3>(
             workers, [](const T& x, const Vector3& d) { return x.transformDirection(d); },
-            Operand<T>(a, "a"), Operand<Vector3>(directions, "directions"));
+            Input<T>("a", a), Input<Vector3>("directions", directions));
     }
-    static py::array_t<double> interpolate(const Object& a, const Object& b, const Object& t,
-                                           int workers) {
-        const Operand<T> start(a, "a");
-        const Operand<T> end(b, "b");
-        const Operand<double> way(t, "t");
+    static py::object interpolate(const Object& a, const Object& b, const Object& t, int workers) {
+        const Input<T> start("a", a);
+        const Input<T> end("b", b);
+        const Input<double> way("t", t);
         if constexpr (std::is_same_v<T, Transform>) {
-            if (start.isOne() && end.isOne()) return alongOneWay(start[0], end[0], way, workers);
+            const bool isOneWay =
+                start.numbers().leading().empty() && end.numbers().leading().empty();
+            if (isOneWay) return alongOneWay(*start.items(), *end.items(), way, workers);
         }
         return forEach<T>(
             workers, [](const T& x, const T& y, double s) { return T::interpolate(x, y, s); },
@@ -71,16 +71,14 @@ struct Loops {
 
 private:
     /// The axis and the angle are found once.
-    static py::array_t<double> alongOneWay(const T& a, const T& b, const Operand<double>& t,
-                                           int workers) {
+    static py::object alongOneWay(const T& a, const T& b, const Input<double>& t, int workers) {
         constexpr std::size_t kPiece = 4096;
         const std::size_t threads = workerCount(workers);
-        py::array_t<double> answers = answersOf<T>(t.leading());
-        T* const out = itemsOf<T>(answers);
-        inPieces(countOf(t.leading()), kPiece, threads, [&](std::size_t first, std::size_t last) {
-            T::interpolate(a, b, t.first() + first, last - first, out + first);
+        const Output<T> answers(t.numbers().leading());
+        inPieces(t.numbers().count(), kPiece, threads, [&](std::size_t first, std::size_t last) {
+            T::interpolate(a, b, t.items() + first, last - first, answers.items() + first);
         });
-        return answers;
+        return answers.array();
     }
 };
 
@@ -90,86 +88,84 @@ py::array numbers(const Object& argument, const char* name, Shape item) {
     return Numbers<double>(argument, name, item).array();
 }
 
-py::array_t<double> rotate(const Object& start, const Object& end) {
+py::object rotate(const Object& start, const Object& end) {
     return forEach<Transform>(
         1, [](const Vector3& from, const Vector3& to) { return Transform::rotate(from, to); },
-        Operand<Vector3>(start, "start"), Operand<Vector3>(end, "end"));
+        Input<Vector3>("start", start), Input<Vector3>("end", end));
 }
 
-py::array_t<double> reflection(const Object& point, const Object& normal) {
+py::object reflection(const Object& point, const Object& normal) {
     return forEach<Transform>(
         1, [](const Vector3& p, const Vector3& n) { return Transform::reflection(p, n); },
-        Operand<Vector3>(point, "point"), Operand<Vector3>(normal, "normal"));
+        Input<Vector3>("point", point), Input<Vector3>("normal", normal));
 }
 
 /// A bone from where it starts and ends.
-py::array_t<double> bones(const Object& restStart, const Object& restEnd, const Object& poseStart,
-                          const Object& poseEnd, const Object& twist) {
+py::object bones(const Object& restStart, const Object& restEnd, const Object& poseStart,
+                 const Object& poseEnd, const Object& twist) {
     return forEach<BoneTransform>(
         1,
         [](const Vector3& r0, const Vector3& r1, const Vector3& p0, const Vector3& p1,
            double angle) { return BoneTransform(r0, r1, p0, p1, angle); },
-        Operand<Vector3>(restStart, "rest"), Operand<Vector3>(restEnd, "rest"),
-        Operand<Vector3>(poseStart, "pose"), Operand<Vector3>(poseEnd, "pose"),
-        Operand<double>(twist, "twist"));
+        Input<Vector3>("rest", restStart), Input<Vector3>("rest", restEnd),
+        Input<Vector3>("pose", poseStart), Input<Vector3>("pose", poseEnd),
+        Input<double>("twist", twist));
 }
 
-py::array_t<double> bonesOfMatrices(const Object& matrix) {
+py::object bonesOfMatrices(const Object& matrix) {
     return forEach<BoneTransform>(
-        1, [](const Matrix& m) { return BoneTransform(m); }, Operand<Matrix>(matrix, "matrix"));
+        1, [](const Matrix& m) { return BoneTransform(m); }, Input<Matrix>("matrix", matrix));
 }
 
-py::array_t<double> rotationMatrix(const Object& axis, const Object& angle) {
+py::object rotationMatrix(const Object& axis, const Object& angle) {
     return forEach<Matrix3>(
         1, [](const Vector3& a, double phi) { return Matrix3::rotationMatrix(UVector3(a), phi); },
-        Operand<Vector3>(axis, "axis"), Operand<double>(angle, "angle"));
+        Input<Vector3>("axis", axis), Input<double>("angle", angle));
 }
 
-py::array_t<double> rotationBetween(const Object& start, const Object& end) {
+py::object rotationBetween(const Object& start, const Object& end) {
     return forEach<Matrix3>(
         1,
         [](const Vector3& a, const Vector3& b) {
             return Matrix3::rotationMatrix(UVector3(a), UVector3(b));
         },
-        Operand<Vector3>(start, "start"), Operand<Vector3>(end, "end"));
+        Input<Vector3>("start", start), Input<Vector3>("end", end));
 }
 
 py::tuple rotationAxisAngle(const Object& matrix) {
-    const Operand<Matrix3> matrices(matrix, "matrix");
-    const py::array_t<double> axes = forEach<UVector3>(
+    const Input<Matrix3> matrices("matrix", matrix);
+    const py::object axes = forEach<UVector3>(
         1, [](const Matrix3& m) { return m.getRotationAxis(); }, matrices);
-    const py::array_t<double> angles = forEach<double>(
+    const py::object angles = forEach<double>(
         1, [](const Matrix3& m) { return m.getRotationAngle(nullptr); }, matrices);
     return py::make_tuple(axes, angles);
 }
 
-py::array_t<double> rigidMatrix(const Object& p0, const Object& d0, const Object& p1,
-                                const Object& d1) {
+py::object rigidMatrix(const Object& p0, const Object& d0, const Object& p1, const Object& d1) {
     return forEach<Matrix>(
         1,
         [](const Vector3& q0, const Vector3& e0, const Vector3& q1, const Vector3& e1) {
             return Matrix::rigidTransform(q0, e0, q1, e1);
         },
-        Operand<Vector3>(p0, "start"), Operand<Vector3>(d0, "start_direction"),
-        Operand<Vector3>(p1, "end"), Operand<Vector3>(d1, "end_direction"));
+        Input<Vector3>("start", p0), Input<Vector3>("start_direction", d0),
+        Input<Vector3>("end", p1), Input<Vector3>("end_direction", d1));
 }
 
-py::array_t<double> inverse3(const Object& matrix) {
+py::object inverse3(const Object& matrix) {
     return forEach<Matrix3>(
-        1, [](const Matrix3& m) { return m.inverse(); }, Operand<Matrix3>(matrix, "matrix"));
+        1, [](const Matrix3& m) { return m.inverse(); }, Input<Matrix3>("matrix", matrix));
 }
 
-py::array_t<double> inverse4(const Object& matrix) {
+py::object inverse4(const Object& matrix) {
     return forEach<Matrix>(
-        1, [](const Matrix& m) { return m.inverse(); }, Operand<Matrix>(matrix, "matrix"));
+        1, [](const Matrix& m) { return m.inverse(); }, Input<Matrix>("matrix", matrix));
 }
 
-py::array_t<double> interpolateMatrices(const Object& a, const Object& b, const Object& t,
-                                        int workers) {
+py::object interpolateMatrices(const Object& a, const Object& b, const Object& t, int workers) {
     return forEach<Matrix>(
         workers,
         [](const Matrix& x, const Matrix& y, double s) { return Matrix::interpolate(x, y, s); },
-        Operand<Matrix>(a, "a"), Operand<Matrix>(b, "b"), Operand<double>(t, "t"));
+        Input<Matrix>("a", a), Input<Matrix>("b", b), Input<double>("t", t));
 }
 
 }  // namespace
